@@ -1,0 +1,4 @@
+// Shared constants of object ids.
+#include "dbid.h"
+
+const AcDbObjectId AcDbObjectId::kNull;

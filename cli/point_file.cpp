@@ -137,11 +137,14 @@ PointFile readPointFile(const std::string& path, PointFormat format) {
 }
 
 std::string formatRow(const PointRow& row, PointFormat format) {
-  if (format == PointFormat::Pnezd)
-    return row.number + "," + formatNumber(row.y) + "," + formatNumber(row.x) + "," +
-           (row.hasZ ? formatNumber(row.z) : std::string()) + "," + row.description;
-  std::string text = formatNumber(row.x) + "," + formatNumber(row.y);
-  if (row.hasZ) text += "," + formatNumber(row.z);
+  std::string text;
+  if (format == PointFormat::Pnezd) {
+    text.append(row.number).append(",").append(formatNumber(row.y)).append(",").append(formatNumber(row.x));
+    text.append(",").append(row.hasZ ? formatNumber(row.z) : std::string()).append(",").append(row.description);
+    return text;
+  }
+  text.append(formatNumber(row.x)).append(",").append(formatNumber(row.y));
+  if (row.hasZ) text.append(",").append(formatNumber(row.z));
   return text;
 }
 

@@ -1,0 +1,139 @@
+// The tag layer on real files from other programs, on malformed input, and in round trips.
+#include "dxf/dxf_tags.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+using namespace tdhost::dxf;
+
+namespace {
+
+std::string slurp(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::filesystem::path> sampleFiles() {
+  std::vector<std::filesystem::path> files;
+  for (const auto& entry : std::filesystem::directory_iterator(TDUTILW_SAMPLES_DIR))
+    if (entry.path().extension() == ".dxf") files.push_back(entry.path());
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::vector<Tag> readAll(std::string_view text, const std::string& source = "test.dxf") {
+  TagReader reader(text, source);
+  std::vector<Tag> tags;
+  Tag tag;
+  while (reader.next(tag)) tags.push_back(tag);
+  return tags;
+}
+
+std::string errorOf(std::string_view text) {
+  try {
+    readAll(text);
+  } catch (const DxfError& e) {
+    return e.what();
+  }
+  return "no error";
+}
+
+}  // namespace
+
+TEST(DxfTags, EverySampleTokenisesAndEndsWithEof) {
+  const auto files = sampleFiles();
+  ASSERT_EQ(files.size(), 10u) << "samples missing from " << TDUTILW_SAMPLES_DIR;
+  for (const auto& file : files) {
+    const std::string text = slurp(file);
+    const auto tags = readAll(text, file.filename().string());
+    ASSERT_GT(tags.size(), 4u) << file;
+    const Tag& first = *std::find_if(tags.begin(), tags.end(), [](const Tag& t) { return t.code != 999; });
+    EXPECT_EQ(first.code, 0) << file;
+    EXPECT_EQ(first.value, "SECTION") << file;
+    EXPECT_EQ(tags.back().code, 0) << file;
+    EXPECT_EQ(tags.back().value, "EOF") << file;
+    for (const Tag& tag : tags) {
+      // Every numeric value of a real file parses.
+      const ValueKind kind = valueKindOf(tag.code);
+      if (kind == ValueKind::Double) {
+        EXPECT_NO_THROW(parseDouble(tag, file.string())) << file << ":" << tag.line;
+      } else if (kind == ValueKind::Int16 || kind == ValueKind::Int32 || kind == ValueKind::Bool) {
+        EXPECT_NO_THROW(parseInteger(tag, file.string())) << file << ":" << tag.line;
+      }
+    }
+  }
+}
+
+TEST(DxfTags, WrittenTagsReadBackToTheSameValues) {
+  const std::string text = slurp(std::filesystem::path(TDUTILW_SAMPLES_DIR) / "kompas_bulges_AC1015.dxf");
+  const auto tags = readAll(text);
+  TagWriter writer;
+  for (const Tag& tag : tags) {
+    if (valueKindOf(tag.code) == ValueKind::Double) writer.real(tag.code, parseDouble(tag, "in"));
+    else writer.string(tag.code, tag.value);
+  }
+  const std::string written = writer.text();
+  const auto again = readAll(written);
+  ASSERT_EQ(again.size(), tags.size());
+  for (size_t i = 0; i < tags.size(); ++i) {
+    ASSERT_EQ(again[i].code, tags[i].code) << "tag " << i;
+    if (valueKindOf(tags[i].code) == ValueKind::Double)
+      ASSERT_EQ(parseDouble(again[i], "out"), parseDouble(tags[i], "in")) << "tag " << i;
+    else
+      ASSERT_EQ(again[i].value, tags[i].value) << "tag " << i;
+  }
+  // Writing what was read a second time changes nothing.
+  TagWriter second;
+  for (const Tag& tag : again) second.string(tag.code, tag.value);
+  EXPECT_EQ(second.text(), written);
+}
+
+TEST(DxfTags, MalformedInputNamesLineAndProblem) {
+  using namespace std::string_literals;
+  struct Case {
+    std::string text;
+    std::string expected;
+  };
+  const Case cases[] = {
+      {"  0\nSECTION\n  2\n", "test.dxf:3: group code 2: the file ends where the value was expected"},
+      {"  0\nSECTION\nabc\nHEADER\n", "test.dxf:3: expected a group code (an integer), found \"abc\""},
+      {"  0\nSECTION\n 10\n", "test.dxf:3: group code 10: the file ends"},
+      {"AutoCAD Binary DXF\r\n\x1a\0\x00\x01"s, "test.dxf:1: binary DXF is not supported"},
+      {"\x7f\x45LF\x02\x01\0\0\0\n"s, "test.dxf:1: binary data where a group code was expected"},
+      {"  0\nSECTION\n\n  2\n", "test.dxf:3: expected a group code (an integer), found \"\""},
+      {"  0\nSECTION\n99999\nX\n", "test.dxf:3: expected a group code"},
+  };
+  static_assert(std::size(cases) == 7);
+  for (const Case& c : cases) EXPECT_EQ(errorOf(c.text).rfind(c.expected, 0), 0u) << errorOf(c.text);
+
+  const auto tags = readAll("0\r\nSECTION\r\n 10\r\n  1.5  \r\n  0\r\nEOF\r\n\r\n\r\n");
+  ASSERT_EQ(tags.size(), 3u);
+  EXPECT_EQ(parseDouble(tags[1], "t"), 1.5);
+  Tag bad{10, "1.5x", 7};
+  EXPECT_THROW(parseDouble(bad, "t"), DxfError);
+  Tag real{70, "3.0", 7};
+  EXPECT_EQ(parseInteger(real, "t"), 3);
+}
+
+TEST(DxfTags, DoublesRoundTripExactlyAndLookLikeReals) {
+  EXPECT_EQ(formatDouble(0.0), "0.0");
+  EXPECT_EQ(formatDouble(-2.0), "-2.0");
+  EXPECT_EQ(formatDouble(0.1), "0.1");
+  std::mt19937_64 rng(42);
+  std::uniform_real_distribution<double> any(-1e7, 1e7);
+  for (int i = 0; i < 10000; ++i) {
+    const double value = any(rng);
+    const std::string text = formatDouble(value);
+    EXPECT_EQ(std::stod(text), value) << text;
+  }
+  TagWriter writer;
+  writer.integer(1071, 5);
+  writer.string(0, "EOF");
+  EXPECT_EQ(writer.text(), "1071\n5\n  0\nEOF\n");
+}

@@ -96,10 +96,11 @@ double AcGePolyline3d::paramAtLength(double datumParam, double length, bool posP
     const double lastLen = total - mCumLength[n - 2];
     return static_cast<double>(n - 1) + (lastLen > 0.0 ? (target - total) / lastLen : 0.0);
   }
-  // The segment whose cumulative range holds target; zero-length segments are skipped by upper_bound.
-  const size_t i = static_cast<size_t>(std::upper_bound(mCumLength.begin(), mCumLength.end(), target) - mCumLength.begin()) - 1;
-  const double segLen = mCumLength[i + 1] - mCumLength[i];
-  return static_cast<double>(i) + (segLen > 0.0 ? (target - mCumLength[i]) / segLen : 0.0);
+  // The first vertex at or beyond target: a length landing on a vertex gives that vertex's index (the
+  // first of repeated vertices); otherwise the segment before it holds target and has positive length.
+  const size_t k = static_cast<size_t>(std::lower_bound(mCumLength.begin(), mCumLength.end(), target) - mCumLength.begin());
+  if (mCumLength[k] == target) return static_cast<double>(k);
+  return static_cast<double>(k - 1) + (target - mCumLength[k - 1]) / (mCumLength[k] - mCumLength[k - 1]);
 }
 
 double AcGePolyline3d::closestParam(const AcGePoint3d& pnt) const {

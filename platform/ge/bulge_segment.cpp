@@ -5,11 +5,25 @@
 #include <cmath>
 #include <numbers>
 
+#include "ge/arbitrary_axis.h"
+#include "gearc3d.h"
+#include "gelnsg3d.h"
+#include "gemat3d.h"
+
 namespace tdhost::ge {
 
 namespace {
 
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
+
+// Object coordinates of `normal` at `elevation` to world coordinates.
+AcGeMatrix3d ocsToWorld(const AcGeVector3d& normal, double elevation) {
+  AcGeVector3d x, y;
+  arbitraryAxes(normal, x, y);
+  const AcGeVector3d n = normal.isZeroLength() ? AcGeVector3d::kZAxis : normal.normal();
+  AcGeMatrix3d m;
+  return m.setCoordSystem(AcGePoint3d::kOrigin + n * elevation, x, y, n);
+}
 
 double normalizeAngle(double a) {
   a = std::fmod(a, kTwoPi);
@@ -129,6 +143,19 @@ Box2d BulgeSegment::boundingBox() const {
     box.maxY = std::max(box.maxY, y);
   }
   return box;
+}
+
+AcGeCircArc3d BulgeSegment::arc3d(const AcGeVector3d& normal, double elevation) const {
+  const AcGeMatrix3d m = ocsToWorld(normal, elevation);
+  const AcGePoint3d center = m * AcGePoint3d(mCenter.x, mCenter.y, 0.0);
+  const AcGeVector3d toStart = m * AcGeVector3d(mStart.x - mCenter.x, mStart.y - mCenter.y, 0.0);
+  const AcGeVector3d axis = m * AcGeVector3d::kZAxis;
+  return AcGeCircArc3d(center, mAngle >= 0.0 ? axis : -axis, toStart, mRadius, 0.0, std::fabs(mAngle));
+}
+
+AcGeLineSeg3d BulgeSegment::line3d(const AcGeVector3d& normal, double elevation) const {
+  const AcGeMatrix3d m = ocsToWorld(normal, elevation);
+  return AcGeLineSeg3d(m * AcGePoint3d(mStart.x, mStart.y, 0.0), m * AcGePoint3d(mEnd.x, mEnd.y, 0.0));
 }
 
 }  // namespace tdhost::ge

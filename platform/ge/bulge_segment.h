@@ -5,7 +5,11 @@
 
 #include "gepnt2d.h"
 #include "gevec2d.h"
+#include "gevec3d.h"
 #include "platformexport.h"
+
+class AcGeCircArc3d;
+class AcGeLineSeg3d;
 
 namespace tdhost::ge {
 
@@ -67,6 +71,13 @@ class TDHOST_API BulgeSegment {
   double distAtPoint(const AcGePoint2d& p) const { return closestPoint(p).distAlong; }
   // Exact plan box: the ends plus every axis extreme the arc sweeps through.
   Box2d boundingBox() const;
+
+  // The segment in world space, its plan coordinates taken in the object coordinate system of
+  // `normal` (arbitrary-axis rule) at height `elevation`. The arc runs from the start point
+  // (refVec towards it, angles 0 to |included angle|) about the normal, or about its negation for
+  // a clockwise bulge, so start and end keep their places. Call arc3d only when isArc().
+  AcGeCircArc3d arc3d(const AcGeVector3d& normal = AcGeVector3d::kZAxis, double elevation = 0.0) const;
+  AcGeLineSeg3d line3d(const AcGeVector3d& normal = AcGeVector3d::kZAxis, double elevation = 0.0) const;
 
  private:
   // Signed sweep from the start to the direction of v, in [0, 2pi) along the direction of travel.

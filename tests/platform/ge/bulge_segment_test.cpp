@@ -8,6 +8,8 @@
 
 #include "bulge_test_support.h"
 #include "ge_test_support.h"
+#include "gearc3d.h"
+#include "gelnsg3d.h"
 
 namespace {
 
@@ -119,6 +121,34 @@ TEST(BulgeSegment, BoundingBoxIsTightAroundTheArc) {
     EXPECT_GE(box.maxX, maxX - slack); EXPECT_LE(box.maxX, maxX + sampling);
     EXPECT_GE(box.maxY, maxY - slack); EXPECT_LE(box.maxY, maxY + sampling);
   }
+}
+
+TEST(BulgeSegment, WorldArcsKeepEndsLengthAndDirectionOfTravel) {
+  getest::Random rnd(59);
+  int checked = 0;
+  for (int i = 0; i < 100; ++i) {
+    const AcGePoint2d p0 = rnd.point2d(100), p1 = rnd.point2d(100);
+    const BulgeSegment seg(p0, p1, rnd.uniform(-2, 2));
+    ASSERT_TRUE(seg.isArc());
+    const AcGeVector3d n = i % 2 ? AcGeVector3d::kZAxis : rnd.unitVector();
+    const double elev = rnd.uniform(-10, 10);
+    const AcGeCircArc3d arc = seg.arc3d(n, elev);
+    const AcGeLineSeg3d chord = seg.line3d(n, elev);
+    const double tol = 1e-9 * (1 + seg.radius());
+    EXPECT_TRUE(getest::near3(arc.startPoint(), chord.startPoint(), tol));
+    EXPECT_TRUE(getest::near3(arc.endPoint(), chord.endPoint(), tol));
+    EXPECT_NEAR(arc.length(arc.startAng(), arc.endAng()), seg.length(), tol);
+    EXPECT_NEAR(chord.length(), seg.chordLength(), 1e-9);
+    // Heights in the object system: every point lies at the elevation along the normal.
+    EXPECT_NEAR(arc.center().asVector().dotProduct(n), elev, 1e-9);
+    if (n == AcGeVector3d::kZAxis) {
+      const AcGePoint3d mid = arc.evalPoint(0.5 * arc.endAng());
+      EXPECT_TRUE(near2(AcGePoint2d(mid.x, mid.y), seg.pointAtDist(seg.length() / 2), tol));
+      EXPECT_NEAR(mid.z, elev, 1e-12);
+    }
+    ++checked;
+  }
+  EXPECT_EQ(checked, 100);
 }
 
 TEST(BulgeSegment, DegenerateInputsStayFinite) {

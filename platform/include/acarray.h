@@ -103,8 +103,12 @@ class AcArray {
   int mGrow = 8;
 };
 
+class AcGePoint2d;
+class AcGeVector2d;
 class AcGePoint3d;
 class AcGeVector3d;
+using AcGePoint2dArray = AcArray<AcGePoint2d>;
+using AcGeVector2dArray = AcArray<AcGeVector2d>;
 using AcGePoint3dArray = AcArray<AcGePoint3d>;
 using AcGeVector3dArray = AcArray<AcGeVector3d>;
 using AcGeDoubleArray = AcArray<double>;

@@ -1,0 +1,4 @@
+// AcGeDoubleArray: the host's growable array of that element.
+#pragma once
+
+#include "acarray.h"

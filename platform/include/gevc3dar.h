@@ -1,0 +1,5 @@
+// AcGeVector3dArray: the host's growable array of that element.
+#pragma once
+
+#include "acarray.h"
+#include "gevec3d.h"

@@ -78,4 +78,13 @@ AcDbObjectIdArray openObjects(const AcDbDatabase* db) {
   return ids;
 }
 
+std::size_t closeOpenObjects(AcDbDatabase* db) {
+  AcDbObjectIdArray ids = openObjects(db);
+  for (const AcDbObjectId& id : ids) {
+    AcDbObject* obj = peek(id);
+    while (ObjectAccess::isOpen(*obj)) obj->close();
+  }
+  return static_cast<std::size_t>(ids.length());
+}
+
 }  // namespace tdhost

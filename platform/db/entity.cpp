@@ -21,7 +21,7 @@ AcDbObjectId findLayer(AcDbDatabase* db, const ACHAR* name) {
   AcDbObjectId id;
   if (db == nullptr || name == nullptr) return id;
   auto* table = AcDbSymbolTable::cast(tdhost::peek(db->layerTableId()));
-  if (table == nullptr || table->getIdAt(name, id) != Acad::eOk) id.setNull();
+  if (table != nullptr) id = table->lookup(name);
   return id;
 }
 

@@ -38,8 +38,7 @@ bool isRegistered(AcDbDatabase* db, const std::wstring& app) {
   AcDbStub* tableStub = db->regAppTableId();
   auto* table = tableStub ? AcDbSymbolTable::cast(tableStub->object.get()) : nullptr;
   if (table == nullptr) return false;
-  AcDbObjectId id;
-  return table->getIdAt(app.c_str(), id) == Acad::eOk;
+  return !table->lookup(app.c_str()).isNull();
 }
 
 }  // namespace

@@ -63,11 +63,15 @@ Acad::ErrorStatus AcDbSymbolTable::getIdAt(const ACHAR* entryName, AcDbObjectId&
   recordId.setNull();
   if (Acad::ErrorStatus es = checkRead("getAt"); es != Acad::eOk) return es;
   if (entryName == nullptr) return Acad::eInvalidInput;
-  auto it = mIndex.find(upper(entryName));
-  if (it == mIndex.end()) return Acad::eKeyNotFound;
-  if (!getErased && it->second.isErased()) return Acad::eKeyNotFound;
-  recordId = it->second;
-  return Acad::eOk;
+  recordId = lookup(entryName, getErased);
+  return recordId.isNull() ? Acad::eKeyNotFound : Acad::eOk;
+}
+
+AcDbObjectId AcDbSymbolTable::lookup(const ACHAR* name, bool getErased) const {
+  if (name == nullptr) return {};
+  auto it = mIndex.find(upper(name));
+  if (it == mIndex.end() || (!getErased && it->second.isErased())) return {};
+  return it->second;
 }
 
 Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* entryName, AcDbObjectId& recordId, bool getErased) const {

@@ -67,6 +67,9 @@ class TDHOST_API AcDbSymbolTable : public AcDbObject {
   virtual AcRxClass* recordClass() const;
   virtual AcDbSymbolTableIterator* makeIterator(std::vector<AcDbObjectId> ids) const;
   const std::vector<AcDbObjectId>& recordIds() const { return mOrder; }
+  // The record of a name without the open check (host lookups on closed tables); null id
+  // when absent or erased.
+  AcDbObjectId lookup(const ACHAR* name, bool getErased = false) const;
   Acad::ErrorStatus rename(AcDbObjectId id, const std::wstring& oldName, const std::wstring& newName);
 
  protected:

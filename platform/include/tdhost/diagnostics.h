@@ -39,5 +39,8 @@ TDHOST_API void setDiagnosticsEcho(bool toStderr);
 
 // Ids of the objects of `db` that are open now (read or write).
 TDHOST_API AcDbObjectIdArray openObjects(const AcDbDatabase* db);
+// Closes every open level of every open object of `db` (end of a command or a test, after
+// the leak has been reported); returns how many objects were open.
+TDHOST_API std::size_t closeOpenObjects(AcDbDatabase* db);
 
 }  // namespace tdhost

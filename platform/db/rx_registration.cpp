@@ -1,0 +1,63 @@
+// The one place where the host's runtime classes are registered, parent before child.
+#include "dbapserv.h"
+#include "dbdict.h"
+#include "dbgroup.h"
+#include "dbsymtb.h"
+#include "dbxrecrd.h"
+#include "host_init.h"
+
+namespace {
+
+template <class T>
+AcRxObject* make() {
+  return new T;
+}
+
+// Descriptions live for the whole process, like the host's class dictionary.
+AcRxClass* add(AcRxClass*& slot, const ACHAR* name, AcRxClass* parent, AcRxPseudoConstructor ctor = nullptr,
+               const ACHAR* dxfName = nullptr) {
+  slot = new AcRxClass(name, parent, ctor, dxfName, L"ObjectDBX Classes");
+  return slot;
+}
+
+}  // namespace
+
+namespace tdhost {
+
+void registerHostClasses() {
+  AcRxClass* rx = add(AcRxObject::gpDesc, L"AcRxObject", nullptr);
+  add(AcDbHostApplicationServices::gpDesc, L"AcDbHostApplicationServices", rx);
+  add(AcDbDatabase::gpDesc, L"AcDbDatabase", rx);
+  AcRxClass* obj = add(AcDbObject::gpDesc, L"AcDbObject", rx);
+  add(AcDbEntity::gpDesc, L"AcDbEntity", obj);
+  add(AcDbDictionary::gpDesc, L"AcDbDictionary", obj, make<AcDbDictionary>, L"DICTIONARY");
+  add(AcDbXrecord::gpDesc, L"AcDbXrecord", obj, make<AcDbXrecord>, L"XRECORD");
+  add(AcDbGroup::gpDesc, L"AcDbGroup", obj, make<AcDbGroup>, L"GROUP");
+
+  AcRxClass* table = add(AcDbSymbolTable::gpDesc, L"AcDbSymbolTable", obj);
+  add(AcDbBlockTable::gpDesc, L"AcDbBlockTable", table, make<AcDbBlockTable>, L"TABLE");
+  add(AcDbLayerTable::gpDesc, L"AcDbLayerTable", table, make<AcDbLayerTable>, L"TABLE");
+  add(AcDbTextStyleTable::gpDesc, L"AcDbTextStyleTable", table, make<AcDbTextStyleTable>, L"TABLE");
+  add(AcDbLinetypeTable::gpDesc, L"AcDbLinetypeTable", table, make<AcDbLinetypeTable>, L"TABLE");
+  add(AcDbViewTable::gpDesc, L"AcDbViewTable", table, make<AcDbViewTable>, L"TABLE");
+  add(AcDbUCSTable::gpDesc, L"AcDbUCSTable", table, make<AcDbUCSTable>, L"TABLE");
+  add(AcDbViewportTable::gpDesc, L"AcDbViewportTable", table, make<AcDbViewportTable>, L"TABLE");
+  add(AcDbRegAppTable::gpDesc, L"AcDbRegAppTable", table, make<AcDbRegAppTable>, L"TABLE");
+  add(AcDbDimStyleTable::gpDesc, L"AcDbDimStyleTable", table, make<AcDbDimStyleTable>, L"TABLE");
+
+  AcRxClass* rec = add(AcDbSymbolTableRecord::gpDesc, L"AcDbSymbolTableRecord", obj);
+  add(AcDbBlockTableRecord::gpDesc, L"AcDbBlockTableRecord", rec, make<AcDbBlockTableRecord>, L"BLOCK_RECORD");
+  add(AcDbLayerTableRecord::gpDesc, L"AcDbLayerTableRecord", rec, make<AcDbLayerTableRecord>, L"LAYER");
+  add(AcDbTextStyleTableRecord::gpDesc, L"AcDbTextStyleTableRecord", rec, make<AcDbTextStyleTableRecord>,
+      L"STYLE");
+  add(AcDbLinetypeTableRecord::gpDesc, L"AcDbLinetypeTableRecord", rec, make<AcDbLinetypeTableRecord>, L"LTYPE");
+  AcRxClass* view = add(AcDbAbstractViewTableRecord::gpDesc, L"AcDbAbstractViewTableRecord", rec);
+  add(AcDbViewTableRecord::gpDesc, L"AcDbViewTableRecord", view, make<AcDbViewTableRecord>, L"VIEW");
+  add(AcDbViewportTableRecord::gpDesc, L"AcDbViewportTableRecord", view, make<AcDbViewportTableRecord>, L"VPORT");
+  add(AcDbUCSTableRecord::gpDesc, L"AcDbUCSTableRecord", rec, make<AcDbUCSTableRecord>, L"UCS");
+  add(AcDbRegAppTableRecord::gpDesc, L"AcDbRegAppTableRecord", rec, make<AcDbRegAppTableRecord>, L"APPID");
+  add(AcDbDimStyleTableRecord::gpDesc, L"AcDbDimStyleTableRecord", rec, make<AcDbDimStyleTableRecord>,
+      L"DIMSTYLE");
+}
+
+}  // namespace tdhost

@@ -1,0 +1,81 @@
+// AcDb: enumerations of the host's drawing database.
+#pragma once
+
+#include "adesk.h"
+
+struct AcDb {
+  enum OpenMode { kForRead = 0, kForWrite = 1, kForNotify = 2 };
+
+  enum Visibility { kVisible = 0, kInvisible = 1 };
+
+  enum DuplicateRecordCloning {
+    kDrcNotApplicable = 0,
+    kDrcIgnore = 1,
+    kDrcReplace = 2,
+    kDrcXrefMangleName = 3,
+    kDrcMangleName = 4,
+    kDrcUnmangleName = 5
+  };
+
+  enum DeepCloneType {
+    kDcCopy = 0,
+    kDcExplode = 1,
+    kDcBlock = 2,
+    kDcXrefBind = 3,
+    kDcSymTableMerge = 4,
+    kDcInsert = 6,
+    kDcWblock = 7,
+    kDcObjects = 8,
+    kDcXrefInsert = 9,
+    kDcInsertCopy = 10,
+    kDcWblkObjects = 11
+  };
+
+  enum DxfCode {
+    kDxfInvalid = -9999,
+    kDxfXDictionary = -6,
+    kDxfPReactors = -5,
+    kDxfOperator = -4,
+    kDxfXDataStart = -3,
+    kDxfHeaderId = -2,
+    kDxfEnd = -1,
+    kDxfStart = 0,
+    kDxfText = 1,
+    kDxfXRefPath = 1,
+    kDxfShapeName = 2,
+    kDxfSymbolTableName = 2,
+    kDxfLinetypeName = 6,
+    kDxfTextStyleName = 7,
+    kDxfLayerName = 8,
+    kDxfXCoord = 10,
+    kDxfReal = 40,
+    kDxfInt16 = 70,
+    kDxfInt32 = 90,
+    kDxfSubclass = 100,
+    kDxfControlString = 102,
+    kDxfHandle = 5,
+    kDxfSoftPointerId = 330,
+    kDxfHardPointerId = 340,
+    kDxfSoftOwnershipId = 350,
+    kDxfHardOwnershipId = 360,
+    kDxfXdAsciiString = 1000,
+    kDxfRegAppName = 1001,
+    kDxfXdControlString = 1002,
+    kDxfXdLayerName = 1003,
+    kDxfXdBinaryChunk = 1004,
+    kDxfXdHandle = 1005,
+    kDxfXdXCoord = 1010,
+    kDxfXdWorldXCoord = 1011,
+    kDxfXdWorldXDisp = 1012,
+    kDxfXdWorldXDir = 1013,
+    kDxfXdReal = 1040,
+    kDxfXdDist = 1041,
+    kDxfXdScale = 1042,
+    kDxfXdInteger16 = 1070,
+    kDxfXdInteger32 = 1071
+  };
+
+  // Colour indexes with a meaning of their own.
+  static constexpr Adesk::UInt16 kByBlock = 0;
+  static constexpr Adesk::UInt16 kByLayer = 256;
+};

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "ads/rb_list.h"
+#include "dbfiler.h"
 #include "database_impl.h"
 #include "host_init.h"
 #include "object_access.h"
@@ -150,4 +151,11 @@ Acad::ErrorStatus AcDbObject::erase(bool erasing) {
 
 void AcDbObject::subOwnedIds(AcDbObjectIdArray& ids) const {
   if (!mExtDictId.isNull()) ids.append(mExtDictId);
+}
+
+// The base class has no fields of its own beyond those the filer handles.
+Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) { return filer ? Acad::eOk : Acad::eNullObjectPointer; }
+
+Acad::ErrorStatus AcDbObject::dxfOutFields(AcDbDxfFiler* filer) const {
+  return filer ? Acad::eOk : Acad::eNullObjectPointer;
 }

@@ -75,6 +75,38 @@ struct AcDb {
     kDxfXdInteger32 = 1071
   };
 
+  enum FilerType {
+    kFileFiler = 0,
+    kCopyFiler = 1,
+    kUndoFiler = 2,
+    kBagFiler = 3,
+    kIdXlateFiler = 4,
+    kPageFiler = 5,
+    kDeepCloneFiler = 6,
+    kIdFiler = 7,
+    kPurgeFiler = 8,
+    kWblockCloneFiler = 9
+  };
+
+  enum AcDbDwgVersion {
+    kDHL_MC0_0 = 0,
+    kDHL_1009 = 16,  // R12
+    kDHL_1012 = 19,  // R13
+    kDHL_1014 = 21,  // R14
+    kDHL_1015 = 23,  // R2000
+    kDHL_1800 = 25,  // R2004
+    kDHL_1021 = 27,  // R2007
+    kDHL_1024 = 29,  // R2010
+    kDHL_1027 = 31,  // R2013
+    kDHL_1032 = 33,  // R2018
+    kDHL_Newest = kDHL_1032,
+    kDHL_CURRENT = kDHL_Newest,
+    kDHL_Unknown = 254,
+    kDHL_Max = 255
+  };
+
+  enum MaintenanceReleaseVersion { kMRelease0 = 0 };
+
   // Colour indexes with a meaning of their own.
   static constexpr Adesk::UInt16 kByBlock = 0;
   static constexpr Adesk::UInt16 kByLayer = 256;

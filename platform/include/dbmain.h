@@ -29,6 +29,7 @@ class AcDbViewportTable;
 class AcDbRegAppTable;
 class AcDbDimStyleTable;
 class AcDbDictionary;
+class AcDbDxfFiler;
 
 namespace tdhost {
 struct ObjectAccess;
@@ -89,6 +90,12 @@ class TDHOST_API AcDbObject : public AcRxObject {
   Acad::ErrorStatus createExtensionDictionary();
   // Erases an empty extension dictionary; eContainerNotEmpty when it has entries.
   Acad::ErrorStatus releaseExtensionDictionary();
+
+  // DXF fields of this class and its bases, in the host's order: each class calls its base
+  // first, then writes (or expects) its subclass marker (100) and its own group codes. The
+  // common fields (handle, reactors, owner) and extended data are the filer's business.
+  virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
+  virtual Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const;
 
   // Host hooks for copying: ids this object hard-owns, cloned with it, and translation of
   // the ids it refers to after a clone.

@@ -18,5 +18,7 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/TDUtilWConfigVersio
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/TDUtilWConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/TDUtilWConfigVersion.cmake
   DESTINATION ${TDUTILW_CMAKE_DIR})
 
+# Relocatable: paths are relative to where the .pc file is installed.
+file(RELATIVE_PATH TDUTILW_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/TDUtilW.pc.in ${CMAKE_CURRENT_BINARY_DIR}/TDUtilW.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/TDUtilW.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -148,8 +148,13 @@ int SiteUtil::TriTriItersect3d(double* va, double* vb, double* vc, double* ua, d
     *coplanarOut = 1;
     return coplanar(nv, v, u);
   }
+  // The distances are not normalised, so U can lie within EPSILON of V's plane while V still
+  // crosses U's: U then has no interval, and the pair is coplanar as seen from V.
+  if (!intervalOf(u, up, du, du0du1, du0du2, b)) {
+    *coplanarOut = 1;
+    return coplanar(nv, v, u);
+  }
   *coplanarOut = 0;
-  intervalOf(u, up, du, du0du1, du0du2, b);
 
   const bool aSwapped = a.t0 > a.t1;
   if (aSwapped) std::swap(a.t0, a.t1);

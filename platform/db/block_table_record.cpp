@@ -16,7 +16,9 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
   if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
   AcDbDatabase* db = database();
   if (db == nullptr) return Acad::eNotInDatabase;
-  if (entity->layerId().isNull()) entity->setDatabaseDefaults(db);
+  // Traits the maker left unset come from the database; set ones are kept.
+  if (entity->layerId().isNull()) entity->setLayer(db->clayer());
+  if (entity->linetypeId().isNull() && !db->celtype().isNull()) entity->setLinetype(db->celtype());
   tdhost::ObjectAccess::setOwner(*entity, objectId());
   AcDbStub* stub = db->impl().adopt(std::unique_ptr<AcDbObject>(entity));
   mEntities.push_back(AcDbObjectId(stub));

@@ -1,7 +1,9 @@
 // The one place where the host's runtime classes are registered, parent before child.
 #include "dbapserv.h"
 #include "dbdict.h"
+#include "dbents.h"
 #include "dbgroup.h"
+#include "dbpl.h"
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "host_init.h"
@@ -29,7 +31,14 @@ void registerHostClasses() {
   add(AcDbHostApplicationServices::gpDesc, L"AcDbHostApplicationServices", rx);
   add(AcDbDatabase::gpDesc, L"AcDbDatabase", rx);
   AcRxClass* obj = add(AcDbObject::gpDesc, L"AcDbObject", rx);
-  add(AcDbEntity::gpDesc, L"AcDbEntity", obj);
+  AcRxClass* ent = add(AcDbEntity::gpDesc, L"AcDbEntity", obj);
+  add(AcDbObjectIterator::gpDesc, L"AcDbObjectIterator", rx);
+  add(AcDbPoint::gpDesc, L"AcDbPoint", ent, make<AcDbPoint>, L"POINT");
+  AcRxClass* curve = add(AcDbCurve::gpDesc, L"AcDbCurve", ent);
+  add(AcDbLine::gpDesc, L"AcDbLine", curve, make<AcDbLine>, L"LINE");
+  add(AcDbCircle::gpDesc, L"AcDbCircle", curve, make<AcDbCircle>, L"CIRCLE");
+  add(AcDbArc::gpDesc, L"AcDbArc", curve, make<AcDbArc>, L"ARC");
+  add(AcDbPolyline::gpDesc, L"AcDbPolyline", curve, make<AcDbPolyline>, L"LWPOLYLINE");
   add(AcDbDictionary::gpDesc, L"AcDbDictionary", obj, make<AcDbDictionary>, L"DICTIONARY");
   add(AcDbXrecord::gpDesc, L"AcDbXrecord", obj, make<AcDbXrecord>, L"XRECORD");
   add(AcDbGroup::gpDesc, L"AcDbGroup", obj, make<AcDbGroup>, L"GROUP");

@@ -90,19 +90,29 @@ SegmentIndex::NearestCursor SegmentIndex::nearest(const AcGePoint2d& p) const {
 
 std::size_t SegmentIndex::nearestSegment(const AcGePoint2d& p, const std::function<double(std::size_t)>& exactDistance,
                                          double* best) const {
+  // Rounds of k nearest boxes, k growing until the farthest box read lies beyond the best exact
+  // distance. An incremental query asked for every value cannot prune and reads the whole tree
+  // before its first answer; a bounded k keeps a query near O(log n).
   std::size_t bestIndex = size();
   double bestDist = HUGE_VAL;
-  NearestCursor cursor = nearest(p);
-  std::size_t index = 0;
-  double boxDist = 0.0;
-  while (cursor.next(index, boxDist)) {
-    // A little slack: box and exact distances round differently, and a shared vertex ties exactly.
-    if (boxDist > bestDist * (1.0 + 1e-12)) break;
-    const double d = exactDistance(index);
-    if (d < bestDist || (d == bestDist && index < bestIndex)) {
-      bestDist = d;
-      bestIndex = index;
+  const Point origin(p.x, p.y);
+  thread_local std::vector<Value> hits;  // reused: one allocation per thread, not per query
+  for (std::size_t k = 4;; k *= 4) {
+    hits.clear();
+    mTree->rtree.query(bgi::nearest(origin, static_cast<unsigned>(k)), std::back_inserter(hits));
+    double farthest = 0.0;
+    for (const Value& v : hits) {
+      const double boxDist = bg::distance(origin, v.first);
+      farthest = std::max(farthest, boxDist);
+      // A little slack: box and exact distances round differently, and a shared vertex ties exactly.
+      if (boxDist > bestDist * (1.0 + 1e-12)) continue;
+      const double d = exactDistance(v.second);
+      if (d < bestDist || (d == bestDist && v.second < bestIndex)) {
+        bestDist = d;
+        bestIndex = v.second;
+      }
     }
+    if (hits.size() < k || farthest > bestDist * (1.0 + 1e-12)) break;
   }
   if (best) *best = bestDist;
   return bestIndex;

@@ -113,3 +113,4 @@ using AcGePoint3dArray = AcArray<AcGePoint3d>;
 using AcGeVector3dArray = AcArray<AcGeVector3d>;
 using AcGeDoubleArray = AcArray<double>;
 using AcGeIntArray = AcArray<int>;
+using AcDbVoidPtrArray = AcArray<void*>;

@@ -17,6 +17,7 @@ struct Adesk {
   using UIntPtr = std::uintptr_t;
   using LongPtr = std::intptr_t;
   using ULongPtr = std::uintptr_t;
+  using GsMarker = std::intptr_t;
   using Boolean = bool;
   using Byte = unsigned char;
   static constexpr Boolean kFalse = false;

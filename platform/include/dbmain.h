@@ -8,6 +8,7 @@
 #include "acarray.h"
 #include "acdb.h"
 #include "adsdef.h"
+#include "cmcolor.h"
 #include "dbhandle.h"
 #include "dbid.h"
 #include "dbidar.h"
@@ -19,6 +20,8 @@ struct resbuf;
 class AcDbDatabase;
 class AcDbIdMapping;
 class AcGeMatrix3d;
+class AcGePlane;
+class AcDbEntity;
 class AcDbBlockTable;
 class AcDbLayerTable;
 class AcDbTextStyleTable;
@@ -35,6 +38,7 @@ namespace tdhost {
 struct ObjectAccess;
 struct XDataStore;
 struct DatabaseImpl;
+class CurvePath;
 }  // namespace tdhost
 
 // The base of every database object. Open rules as the host keeps them: up to 256 readers
@@ -126,7 +130,50 @@ class TDHOST_API AcDbObject : public AcRxObject {
   std::unique_ptr<tdhost::XDataStore> mXData;
 };
 
-// Entities: the minimal base that block ownership needs (layer, colour, visibility).
+// An axis-aligned box in world coordinates. A new box is empty (min above max) until a point
+// is added.
+class TDHOST_API AcDbExtents {
+ public:
+  AcDbExtents();
+  AcDbExtents(const AcGePoint3d& min, const AcGePoint3d& max);
+  AcGePoint3d minPoint() const { return mMin; }
+  AcGePoint3d maxPoint() const { return mMax; }
+  // eInvalidExtents when min is above max on an axis.
+  Acad::ErrorStatus set(const AcGePoint3d& min, const AcGePoint3d& max);
+  void addPoint(const AcGePoint3d& pt);
+  void addExt(const AcDbExtents& src);
+  void expandBy(const AcGeVector3d& vec);
+  void transformBy(const AcGeMatrix3d& mat);
+
+ private:
+  AcGePoint3d mMin;
+  AcGePoint3d mMax;
+};
+
+// Walks the objects an entity owns (the vertices of an old-style polyline). For an owner in a
+// database objectId() names each one; for one never added, entity() gives the object itself.
+class TDHOST_API AcDbObjectIterator : public AcRxObject {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbObjectIterator);
+  AcDbObjectIterator(AcDbObjectIdArray ids, AcArray<AcDbEntity*> entities);
+  ~AcDbObjectIterator() override;
+  bool done() const { return mPos < 0 || mPos >= mIds.length(); }
+  void step(bool backwards = false, bool skipDeleted = true);
+  void setPosition(AcDbEntity* pEnt);
+  void setPosition(AcDbObjectId pObj);
+  void start(bool atEnd = false);
+  AcDbEntity* entity();
+  AcDbObjectId objectId();
+
+ private:
+  void skipErased(bool backwards);
+  AcDbObjectIdArray mIds;
+  AcArray<AcDbEntity*> mEntities;
+  int mPos = 0;
+};
+
+// Entities: layer, colour, linetype and visibility, plus the geometric services every
+// entity kind answers (extents, transforms, stretch points, intersections).
 class TDHOST_API AcDbEntity : public AcDbObject {
  public:
   ACRX_DECLARE_MEMBERS(AcDbEntity);
@@ -142,17 +189,54 @@ class TDHOST_API AcDbEntity : public AcDbObject {
   Acad::ErrorStatus setLayer(const ACHAR* newVal, bool doSubents = true, bool allowHiddenLayer = false);
   Acad::ErrorStatus setLayer(AcDbObjectId newVal, bool doSubents = true, bool allowHiddenLayer = false);
 
-  Adesk::UInt16 colorIndex() const { return mColorIndex; }
+  // The ACI index; 0 for a true colour.
+  Adesk::UInt16 colorIndex() const { return mColor.colorIndex(); }
   // 0 (ByBlock) .. 256 (ByLayer); eOutOfRange above.
   Acad::ErrorStatus setColorIndex(Adesk::UInt16 color, bool doSubents = true);
+  AcCmColor color() const { return mColor; }
+  Acad::ErrorStatus setColor(const AcCmColor& color, bool doSubents = true);
+
+  // A new copy of the linetype name (release with acutDelString); null when none is set.
+  ACHAR* linetype() const;
+  AcDbObjectId linetypeId() const { return mLinetypeId; }
+  // eKeyNotFound for a linetype missing from the entity's (or working) database.
+  Acad::ErrorStatus setLinetype(const ACHAR* newVal, bool doSubents = true);
+  Acad::ErrorStatus setLinetype(AcDbObjectId newVal, bool doSubents = true);
+  double linetypeScale() const { return mLinetypeScale; }
+  // eInvalidInput for a scale not above zero.
+  Acad::ErrorStatus setLinetypeScale(double newval, bool doSubents = true);
+
   AcDb::Visibility visibility() const { return mVisibility; }
   Acad::ErrorStatus setVisibility(AcDb::Visibility newVal, bool doSubents = true);
 
-  // Layer "0" and colour ByLayer of `db` (the working database for null).
+  // Layer (CLAYER), colour ByLayer, linetype (CELTYPE) and scale 1 of `db` (the working database
+  // for null).
   void setDatabaseDefaults(AcDbDatabase* db = nullptr);
 
-  // Entities without geometry refuse transforms; geometric entities override.
+  // Applies the matrix to the geometry. Entities without geometry refuse (eNotApplicable);
+  // kinds that cannot take a non-uniform scale give eCannotScaleNonUniformly.
   virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform);
+  // The world box of the geometry (exact for arcs and bulges); eInvalidExtents when empty.
+  virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+  // The grip points a stretch moves (ends, vertices, insertion points).
+  virtual Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const;
+  // Moves the stretch points with the given indexes (as getStretchPoints numbers them) by offset.
+  virtual Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset);
+
+  // Points where this entity meets `pEnt`, appended to `points` (points of this entity). The
+  // mode says which operands extend: a line to its infinite line, an arc to its circle, an
+  // open polyline's first and last segments beyond their ends. Entities without outline
+  // geometry (points, texts, block references) meet nothing.
+  virtual Acad::ErrorStatus intersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                          Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const;
+  // The same on the projections of both entities onto projPlane (along its normal); each found
+  // point is given back on this entity.
+  virtual Acad::ErrorStatus intersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, const AcGePlane& projPlane,
+                                          AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker = 0,
+                                          Adesk::GsMarker otherGsMarker = 0) const;
+
+  // Host hook: the outline of the entity as exact line and arc pieces (null for none).
+  virtual std::shared_ptr<const tdhost::CurvePath> subPath() const;
 
  protected:
   AcDbEntity();
@@ -161,7 +245,9 @@ class TDHOST_API AcDbEntity : public AcDbObject {
 
  private:
   AcDbObjectId mLayerId;
-  Adesk::UInt16 mColorIndex = AcDb::kByLayer;
+  AcDbObjectId mLinetypeId;
+  AcCmColor mColor;
+  double mLinetypeScale = 1.0;
   AcDb::Visibility mVisibility = AcDb::kVisible;
 };
 

@@ -9,6 +9,7 @@
 
 #include "cmcolor.h"
 #include "dbmain.h"
+#include "gepnt2d.h"
 
 class AcDbSymbolTableIterator;
 class AcDbBlockTableRecordIterator;
@@ -337,7 +338,10 @@ class TDHOST_API AcDbAbstractViewTableRecord : public AcDbSymbolTableRecord {
   void setFrontClipEnabled(bool on);
   bool backClipEnabled() const { return mBackOn; }
   void setBackClipEnabled(bool on);
-  // Host-internal until the 2D point type arrives: the centre in display coordinates.
+  // The view centre in display coordinates.
+  AcGePoint2d centerPoint() const { return AcGePoint2d(mCenterX, mCenterY); }
+  void setCenterPoint(const AcGePoint2d& pt) { setCenter(pt.x, pt.y); }
+  // Host-internal spellings kept for older callers.
   void getCenter(double& x, double& y) const { x = mCenterX; y = mCenterY; }
   void setCenter(double x, double y);
 

@@ -1,0 +1,97 @@
+// Independent geometry for entity tests: bulge arcs by the textbook formulas and length sums.
+#pragma once
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include "arxHeaders.h"
+
+namespace enttest {
+
+constexpr double kPi = 3.14159265358979323846;
+
+// A bulged plan segment sampled independently of the host: the centre lies at c(1-b^2)/(4b)
+// left of the chord midpoint, the arc turns by 4 atan(b) about it.
+struct RefSegment {
+  AcGePoint2d a, b;
+  double bulge = 0.0;
+  double angle() const { return 4.0 * std::atan(bulge); }
+  double chord() const { return a.distanceTo(b); }
+  double radius() const { return chord() / (2.0 * std::fabs(std::sin(angle() / 2.0))); }
+  AcGePoint2d centre() const {
+    const double c = chord(), d = c * (1.0 - bulge * bulge) / (4.0 * bulge);
+    const AcGeVector2d left((a.y - b.y) / c, (b.x - a.x) / c);
+    return AcGePoint2d((a.x + b.x) / 2, (a.y + b.y) / 2) + left * d;
+  }
+  double length() const { return bulge == 0.0 ? chord() : radius() * std::fabs(angle()); }
+  AcGePoint2d at(double f) const {
+    if (bulge == 0.0) return a + (b - a) * f;
+    AcGePoint2d p = a;
+    return p.rotateBy(angle() * f, centre());
+  }
+  // Signed area between chord and arc (positive for a counter-clockwise arc).
+  double segmentArea() const {
+    if (bulge == 0.0) return 0.0;
+    const double t = std::fabs(angle()), r = radius();
+    return (bulge > 0 ? 1.0 : -1.0) * r * r * (t - std::sin(t)) / 2.0;
+  }
+};
+
+struct RefPolyline {
+  std::vector<AcGePoint2d> pts;
+  std::vector<double> bulges;
+  bool closed = false;
+  std::vector<RefSegment> segments() const {
+    std::vector<RefSegment> out;
+    const size_t n = pts.size(), m = closed ? n : n - 1;
+    for (size_t i = 0; i < m; ++i) out.push_back({pts[i], pts[(i + 1) % n], bulges[i]});
+    return out;
+  }
+  double length() const {
+    double s = 0.0;
+    for (const RefSegment& g : segments()) s += g.length();
+    return s;
+  }
+  // Shoelace plus circular segments (closed polylines).
+  double area() const {
+    double twice = 0.0, seg = 0.0;
+    for (const RefSegment& g : segments()) {
+      twice += g.a.x * g.b.y - g.b.x * g.a.y;
+      seg += g.segmentArea();
+    }
+    return std::fabs(twice / 2.0 + seg);
+  }
+  std::vector<AcGePoint2d> samples(int perSegment) const {
+    std::vector<AcGePoint2d> out;
+    for (const RefSegment& g : segments())
+      for (int k = 0; k <= perSegment; ++k) out.push_back(g.at(static_cast<double>(k) / perSegment));
+    return out;
+  }
+  AcDbPolyline* make(double elevation = 0.0) const {
+    auto* pl = new AcDbPolyline;
+    for (size_t i = 0; i < pts.size(); ++i) pl->addVertexAt(static_cast<unsigned>(i), pts[i], bulges[i]);
+    pl->setClosed(closed);
+    pl->setElevation(elevation);
+    return pl;
+  }
+};
+
+// A wandering polyline: steps of 1..3 units turning gently, bulges within +-0.6 (no
+// self-overlap is needed for the properties tested).
+inline RefPolyline randomPolyline(std::mt19937& rng, int n, bool withBulges) {
+  std::uniform_real_distribution<double> step(1.0, 3.0), turn(-0.6, 0.6), bulge(-0.6, 0.6);
+  RefPolyline pl;
+  AcGePoint2d p(1000.0, 2000.0);
+  double heading = 0.0;
+  for (int i = 0; i < n; ++i) {
+    pl.pts.push_back(p);
+    pl.bulges.push_back(withBulges && i % 3 != 0 ? bulge(rng) : 0.0);
+    heading += turn(rng);
+    p += AcGeVector2d(std::cos(heading), std::sin(heading)) * step(rng);
+  }
+  pl.bulges.back() = 0.0;
+  return pl;
+}
+
+}  // namespace enttest

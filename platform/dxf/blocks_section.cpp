@@ -37,11 +37,26 @@ AcDbHandle reserve(LoadContext& ctx, AcDbHandle h) {
 
 }  // namespace
 
+void checkBlocks(const std::vector<Record>& records, const std::string& source) {
+  for (const Record& rec : records) {
+    if (rec.type != "BLOCK") continue;
+    bool named = false;
+    for (const Tag* t = rec.begin; t != rec.end && !named; ++t) named = t->code == 2 && !t->value.empty();
+    if (!named) throw DxfError(source, rec.line, 2, "a BLOCK without its name (group code 2)");
+  }
+  if (!records.empty() && records.front().type != "BLOCK")
+    throw DxfError(source, records.front().line, 0,
+                   "expected 0/BLOCK in the BLOCKS section, found " + std::string(records.front().type));
+}
+
 void readBlocks(LoadContext& ctx, const std::vector<Record>& records) {
   for (std::size_t i = 0; i < records.size();) {
     const Record& rec = records[i];
-    if (rec.type != "BLOCK")
-      throw DxfError(ctx.source, rec.line, 0, "expected 0/BLOCK in the BLOCKS section, found " + std::string(rec.type));
+    if (rec.type != "BLOCK") {
+      // A stray entity between blocks: kept in model space rather than lost.
+      i = readEntity(ctx, records, i, AcDbObjectId());
+      continue;
+    }
     Split split = splitRecord(ctx, rec);
     std::string_view name;
     for (const RawTag& t : split.tags)
@@ -49,7 +64,6 @@ void readBlocks(LoadContext& ctx, const std::vector<Record>& records) {
         name = t.value;
         break;
       }
-    if (name.empty()) throw DxfError(ctx.source, rec.line, 2, "a BLOCK without its name (group code 2)");
     AcDbObjectId btr = blockRecordFor(ctx, name);
     auto* record = AcDbBlockTableRecord::cast(peek(btr));
     double x = 0, y = 0, z = 0;

@@ -34,7 +34,7 @@ Acad::ErrorStatus statusOf(const dxf::DxfError& e) {
   const std::string what = e.what();
   if (what.find("not closed") != std::string::npos || what.find("ends where") != std::string::npos)
     return Acad::eDxfPartiallyRead;
-  if (what.find("not a DXF") != std::string::npos || what.find("inary") != std::string::npos ||
+  if (what.find("not a DXF") != std::string::npos || what.find("binary DXF") != std::string::npos ||
       what.find("empty") != std::string::npos)
     return Acad::eBadDwgHeader;
   return Acad::eInvalidDxfCode;

@@ -422,6 +422,9 @@ void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) 
     }
   }
 
+  for (const auto& [name, records] : parsed)
+    if (name == "BLOCKS") checkBlocks(records, source);
+
   DatabaseImpl& impl = db.impl();
   clearDatabase(impl);
   DxfState& state = stateOf(db);

@@ -56,7 +56,12 @@ std::int64_t toInteger(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '+')) text.remove_prefix(1);
   std::int64_t v = 0;
   const auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), v);
-  if (ec != std::errc() || (ptr != text.data() + text.size() && *ptr == '.')) v = static_cast<std::int64_t>(toDouble(text));
+  if (ec != std::errc() || (ptr != text.data() + text.size() && *ptr == '.')) {
+    // Reals where integers belong; out-of-range values are clamped, never converted blindly.
+    const double d = toDouble(text);
+    if (!(d > -9.2e18 && d < 9.2e18)) return d < 0 ? INT64_MIN : (d > 0 ? INT64_MAX : 0);
+    v = static_cast<std::int64_t>(d);
+  }
   return v;
 }
 

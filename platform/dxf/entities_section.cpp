@@ -32,7 +32,7 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
   for (const RawTag& t : split.tags) {
     switch (t.code) {
       case 8: layer = t.value; break;
-      case 62: colour = static_cast<int>(toInteger(t.value)); break;
+      case 62: colour = static_cast<int>(std::clamp<std::int64_t>(toInteger(t.value), -1, 257)); break;
       case 60: invisible = toInteger(t.value) != 0; break;
       case 67: paper = toInteger(t.value) != 0; break;
       default: break;

@@ -1,5 +1,6 @@
 // The TABLES section: symbol tables and their records. Names and the fields the host models
 // become record data; the rest of each record is kept and written back in place.
+#include <algorithm>
 #include <cmath>
 
 #include "dbsymtb.h"
@@ -80,12 +81,12 @@ AcGePoint3d point(const std::vector<RawTag>& tags, int code) {
 
 void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<RawTag>& tags, AcDbObjectId id) {
   if (auto* layer = AcDbLayerTableRecord::cast(&rec)) {
-    const auto colour = static_cast<int>(real(tags, 62, 7));
+    const auto colour = static_cast<int>(std::clamp(real(tags, 62, 7), -256.0, 256.0));
     AcCmColor c;
     c.setColorIndex(static_cast<Adesk::UInt16>(std::min(std::abs(colour), 256)));
     layer->setColor(c);
     layer->setIsOff(colour < 0);
-    const auto flags = static_cast<int>(real(tags, 70, 0));
+    const auto flags = static_cast<int>(std::clamp(real(tags, 70, 0), 0.0, 65535.0));
     layer->setIsFrozen((flags & 1) != 0);
     layer->setIsLocked((flags & 4) != 0);
     if (has(tags, 290)) layer->setIsPlottable(real(tags, 290, 1) != 0);

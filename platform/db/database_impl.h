@@ -9,6 +9,7 @@
 
 #include "dbmain.h"
 #include "stub.h"
+#include "dxf/dxf_in.h"
 #include "tdhost/undo.h"
 
 namespace tdhost {
@@ -53,6 +54,8 @@ struct DatabaseImpl {
   HeaderVars header;
   std::unique_ptr<UndoRecorder> undo;
   bool destroying = false;
+  // What a drawing read from DXF keeps for writing it back; null for other drawings.
+  std::unique_ptr<dxf::DxfState, dxf::DxfStateDeleter> dxf;
 };
 
 // The recording side of the undo controller, called by the object machinery.

@@ -1,6 +1,7 @@
 // Host-internal access to AcDbObject state that the SDK surface does not expose.
 #pragma once
 
+#include "ads/rb_list.h"
 #include "dbmain.h"
 #include "stub.h"
 
@@ -13,11 +14,13 @@ struct ObjectAccess {
   static bool isWriteOpen(const AcDbObject& o) { return o.mWriter; }
   static Adesk::UInt16 readers(const AcDbObject& o) { return o.mReaders; }
   static void setWriteOpen(AcDbObject& o) { o.mWriter = true; }
+  static void clearWriteOpen(AcDbObject& o) { o.mWriter = false; }
   static void addReader(AcDbObject& o) { ++o.mReaders; }
   static void setErased(AcDbObject& o, bool erased) { o.mErased = erased; }
   static void setOwner(AcDbObject& o, AcDbObjectId owner) { o.mOwnerId = owner; }
   static void setExtDict(AcDbObject& o, AcDbObjectId id) { o.mExtDictId = id; }
   static XDataStore* xdata(const AcDbObject& o) { return o.mXData.get(); }
+  static void setXDataStore(AcDbObject& o, std::unique_ptr<XDataStore> x) { o.mXData = std::move(x); }
 };
 
 // The object behind an id, without opening it (null when none). For host internals only.

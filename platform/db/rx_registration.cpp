@@ -7,6 +7,7 @@
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "host_init.h"
+#include "tdhost/unmodelled.h"
 
 namespace {
 
@@ -42,6 +43,10 @@ void registerHostClasses() {
   add(AcDbDictionary::gpDesc, L"AcDbDictionary", obj, make<AcDbDictionary>, L"DICTIONARY");
   add(AcDbXrecord::gpDesc, L"AcDbXrecord", obj, make<AcDbXrecord>, L"XRECORD");
   add(AcDbGroup::gpDesc, L"AcDbGroup", obj, make<AcDbGroup>, L"GROUP");
+  // Kept DXF records have no DXF name of their own: each instance carries its type.
+  add(tdhost::AcDbUnmodelledEntity::gpDesc, L"AcDbUnmodelledEntity", AcDbEntity::gpDesc,
+      make<tdhost::AcDbUnmodelledEntity>);
+  add(tdhost::AcDbUnmodelledObject::gpDesc, L"AcDbUnmodelledObject", obj, make<tdhost::AcDbUnmodelledObject>);
 
   AcRxClass* table = add(AcDbSymbolTable::gpDesc, L"AcDbSymbolTable", obj);
   add(AcDbBlockTable::gpDesc, L"AcDbBlockTable", table, make<AcDbBlockTable>, L"TABLE");

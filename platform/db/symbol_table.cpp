@@ -192,3 +192,8 @@ Acad::ErrorStatus AcDbSymbolTableIterator::seek(AcDbObjectId id) {
 Acad::ErrorStatus AcDbSymbolTableIterator::seek(const AcDbSymbolTableRecord* record) {
   return record ? seek(record->objectId()) : Acad::eNullObjectPointer;
 }
+
+void AcDbSymbolTable::attachLoaded(AcDbObjectId id, const std::wstring& name) {
+  mIndex[upper(name.c_str())] = id;
+  mOrder.push_back(id);
+}

@@ -58,3 +58,5 @@ void AcDbXrecord::subTranslateIds(const AcDbIdMapping& idMap) {
     if (idMap.compute(pair) && !pair.value().isNull()) item.ints[0] = pair.value().asOldId();
   }
 }
+
+void AcDbXrecord::attachLoaded(std::unique_ptr<tdhost::XDataStore> data) { mData = std::move(data); }

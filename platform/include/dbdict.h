@@ -51,6 +51,8 @@ class TDHOST_API AcDbDictionary : public AcDbObject {
   // Renames the entry of `id` for a change made through the entry's object (a group's
   // setName): the caller has recorded this dictionary's state already.
   Acad::ErrorStatus renameEntry(AcDbObjectId id, const ACHAR* newName);
+  // Host-internal (file reader): an entry for a resident object, as the file has it.
+  void attachLoaded(const std::wstring& name, AcDbObjectId id) { mOrder.push_back({name, id}); }
 
  protected:
   AcDbDictionary(const AcDbDictionary&) = default;

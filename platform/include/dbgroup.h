@@ -44,6 +44,8 @@ class TDHOST_API AcDbGroup : public AcDbObject {
   void subTranslateIds(const AcDbIdMapping& idMap) override;
   // Host-internal: keeps the stored name in step with the dictionary key.
   void setNameFromDictionary(const std::wstring& name) { mName = name; }
+  // Host-internal (file reader): the members as the file lists them.
+  void attachLoaded(std::vector<AcDbObjectId> members) { mMembers = std::move(members); }
 
  protected:
   AcDbGroup(const AcDbGroup&) = default;

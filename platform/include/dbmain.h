@@ -342,6 +342,18 @@ class TDHOST_API AcDbDatabase : public AcRxObject {
   Acad::ErrorStatus deepCloneObjects(const AcDbObjectIdArray& objectIds, const AcDbObjectId& owner,
                                      AcDbIdMapping& idMap, bool deferXlation = false);
 
+  // Replaces the drawing with an ASCII DXF file (R12..R2018). Statuses: eFileNotFound,
+  // eFileAccessErr (unreadable), eBadDwgHeader (not DXF, or binary DXF), eInvalidDxfCode (a
+  // malformed tag or value), eDxfPartiallyRead (truncated); on failure nothing changes and
+  // tdhost::lastDxfMessage() says where and why (also written to logFilename when given).
+  Acad::ErrorStatus dxfIn(const ACHAR* fileName, const ACHAR* logFilename = nullptr);
+  // Writes the drawing as ASCII DXF: R2018 (UTF-8) for kDHL_CURRENT/kDHL_1032, R2000 in the
+  // drawing's code page for kDHL_1015 (eInvalidDwgVersion for others). The file is written
+  // beside the target and renamed over it, so a failed save (eFileAccessErr, eOutOfDisk)
+  // leaves the old file as it was. `precision` is ignored: reals are written exactly.
+  Acad::ErrorStatus dxfOut(const ACHAR* fileName, int precision = 16, AcDb::AcDbDwgVersion dwgVer = AcDb::kDHL_CURRENT,
+                           bool saveThumbnailImage = false);
+
   tdhost::DatabaseImpl& impl() const { return *mImpl; }
 
  private:

@@ -31,6 +31,8 @@ class TDHOST_API AcDbSymbolTableRecord : public AcDbObject {
 
   // Host-internal: the name as stored.
   const std::wstring& nameText() const { return mName; }
+  // Host-internal (file reader): the name as the file has it, unchecked.
+  void setNameLoaded(std::wstring name) { mName = std::move(name); }
 
  protected:
   AcDbSymbolTableRecord() = default;
@@ -72,6 +74,8 @@ class TDHOST_API AcDbSymbolTable : public AcDbObject {
   // when absent or erased.
   AcDbObjectId lookup(const ACHAR* name, bool getErased = false) const;
   Acad::ErrorStatus rename(AcDbObjectId id, const std::wstring& oldName, const std::wstring& newName);
+  // Host-internal (file reader): a resident record joins the table as it is.
+  void attachLoaded(AcDbObjectId id, const std::wstring& name);
 
  protected:
   AcDbSymbolTable() = default;
@@ -180,6 +184,8 @@ class TDHOST_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   void subOwnedIds(AcDbObjectIdArray& ids) const override;
   void subTranslateIds(const AcDbIdMapping& idMap) override;
   const std::vector<AcDbObjectId>& entityIds() const { return mEntities; }
+  // Host-internal (file reader): a resident entity joins the block as it is.
+  void attachLoaded(AcDbObjectId id) { mEntities.push_back(id); }
 
  protected:
   AcDbBlockTableRecord(const AcDbBlockTableRecord&) = default;

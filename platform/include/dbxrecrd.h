@@ -25,6 +25,10 @@ class TDHOST_API AcDbXrecord : public AcDbObject {
 
   void subTranslateIds(const AcDbIdMapping& idMap) override;
 
+  // Host-internal (file reader and writer): the stored items.
+  void attachLoaded(std::unique_ptr<tdhost::XDataStore> data);
+  const tdhost::XDataStore* data() const { return mData.get(); }
+
  private:
   std::unique_ptr<tdhost::XDataStore> mData;
   bool mXlate = true;

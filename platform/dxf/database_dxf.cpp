@@ -1,0 +1,129 @@
+// AcDbDatabase::dxfIn and dxfOut: files, statuses and the atomic replacement of the target.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+#include "dbmain.h"
+#include "dxf/code_page.h"
+#include "dxf/dxf_in.h"
+#include "dxf/dxf_model.h"
+#include "dxf/dxf_out.h"
+#include "tdhost/diagnostics.h"
+#include "tdhost/dxf_io.h"
+
+namespace tdhost {
+
+namespace {
+
+std::string& message() {
+  thread_local std::string text;
+  return text;
+}
+
+Acad::ErrorStatus fail(Acad::ErrorStatus es, const std::string& why) {
+  message() = why;
+  return es;
+}
+
+Acad::ErrorStatus statusOf(const dxf::DxfError& e) {
+  const std::string what = e.what();
+  if (what.find("not closed") != std::string::npos || what.find("ends where") != std::string::npos)
+    return Acad::eDxfPartiallyRead;
+  if (what.find("not a DXF") != std::string::npos || what.find("binary DXF") != std::string::npos ||
+      what.find("empty") != std::string::npos)
+    return Acad::eBadDwgHeader;
+  return Acad::eInvalidDxfCode;
+}
+
+}  // namespace
+
+const std::string& lastDxfMessage() { return message(); }
+
+std::string writeDxfText(AcDbDatabase& db, bool r2000) {
+  dxf::SaveOptions options;
+  options.r2000 = r2000;
+  if (r2000) {
+    // The drawing's own code page, kept from its header; ANSI_1252 otherwise.
+    std::string page = "ANSI_1252";
+    if (dxf::DxfState* s = dxf::findState(db))
+      for (size_t i = 0; i + 1 < s->header.size(); ++i)
+        if (s->header[i].code == 9 && s->header[i].value == "$DWGCODEPAGE") page = s->header[i + 1].value;
+    options.codePage = dxf::iconvNameOf(page);
+    if (options.codePage.empty()) options.codePage = "CP1252";
+  }
+  return dxf::saveDxfText(db, options);
+}
+
+int readDxfText(AcDbDatabase& db, const std::string& text, const std::string& source) {
+  if (tdhost::openObjects(&db).length() != 0) return fail(Acad::eWasOpenForWrite, source + ": objects of the drawing are open");
+  try {
+    dxf::loadDxfText(db, text, source);
+  } catch (const dxf::DxfError& e) {
+    return fail(statusOf(e), e.what());
+  }
+  message().clear();
+  return Acad::eOk;
+}
+
+}  // namespace tdhost
+
+Acad::ErrorStatus AcDbDatabase::dxfIn(const ACHAR* fileName, const ACHAR* logFilename) {
+  using tdhost::dxf::narrow;
+  if (fileName == nullptr || *fileName == 0) return tdhost::fail(Acad::eInvalidInput, "no file name");
+  const std::string path = narrow(fileName);
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return tdhost::fail(Acad::eFileNotFound, path + ": no such file");
+  if (S_ISDIR(info.st_mode)) return tdhost::fail(Acad::eFileAccessErr, path + ": is a directory");
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return tdhost::fail(Acad::eFileAccessErr, path + ": cannot be read: " + std::strerror(errno));
+  std::string text;
+  text.resize(static_cast<size_t>(info.st_size));
+  in.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<size_t>(in.gcount()));
+  const auto es = static_cast<Acad::ErrorStatus>(tdhost::readDxfText(*this, text, path));
+  if (es != Acad::eOk && logFilename != nullptr && *logFilename != 0)
+    std::ofstream(narrow(logFilename), std::ios::app) << tdhost::lastDxfMessage() << '\n';
+  return es;
+}
+
+Acad::ErrorStatus AcDbDatabase::dxfOut(const ACHAR* fileName, int, AcDb::AcDbDwgVersion dwgVer, bool) {
+  using tdhost::dxf::narrow;
+  if (fileName == nullptr || *fileName == 0) return tdhost::fail(Acad::eInvalidInput, "no file name");
+  if (dwgVer != AcDb::kDHL_CURRENT && dwgVer != AcDb::kDHL_1032 && dwgVer != AcDb::kDHL_1015)
+    return tdhost::fail(Acad::eInvalidDwgVersion, "DXF is written as R2018 or R2000 only");
+  const std::string path = narrow(fileName);
+  const std::string text = tdhost::writeDxfText(*this, dwgVer == AcDb::kDHL_1015);
+  std::string temp = path + ".XXXXXX";
+  const int fd = ::mkstemp(temp.data());
+  if (fd < 0) return tdhost::fail(Acad::eFileAccessErr, path + ": cannot create a file beside it: " + std::strerror(errno));
+  auto abandon = [&](Acad::ErrorStatus es, const std::string& why) {
+    const std::string reason = path + ": " + why + ": " + std::strerror(errno);
+    ::close(fd);
+    ::unlink(temp.c_str());
+    return tdhost::fail(es, reason);
+  };
+  for (size_t done = 0; done < text.size();) {
+    const ssize_t n = ::write(fd, text.data() + done, text.size() - done);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) return abandon(errno == ENOSPC ? Acad::eOutOfDisk : Acad::eFileAccessErr, "writing failed");
+    done += static_cast<size_t>(n);
+  }
+  ::fchmod(fd, 0644);
+  if (::fsync(fd) != 0) return abandon(Acad::eFileAccessErr, "flushing to disk failed");
+  if (::close(fd) != 0) {
+    ::unlink(temp.c_str());
+    return tdhost::fail(Acad::eFileAccessErr, path + ": closing failed");
+  }
+  if (::rename(temp.c_str(), path.c_str()) != 0) {
+    const std::string reason = path + ": cannot replace the file: " + std::strerror(errno);
+    ::unlink(temp.c_str());
+    return tdhost::fail(Acad::eFileAccessErr, reason);
+  }
+  tdhost::message().clear();
+  return Acad::eOk;
+}

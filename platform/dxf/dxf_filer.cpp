@@ -1,0 +1,122 @@
+// The file filer: what a modelled class's dxfOutFields writes goes straight into the DXF
+// text of the save in progress.
+#include "dxf/dxf_filer.h"
+
+#include "adsdef.h"
+#include "dbsymtb.h"
+#include "dxf/dxf_model.h"
+#include "dxf/dxf_out.h"
+
+namespace tdhost::dxf {
+
+namespace {
+
+class OutFiler : public AcDbDxfFiler {
+ public:
+  OutFiler(Out& out, AcDbDatabase* db) : mOut(out), mDb(db) {}
+
+  Acad::ErrorStatus filerStatus() const override { return mStatus; }
+  AcDb::FilerType filerType() const override { return AcDb::kFileFiler; }
+  void setFilerStatus(Acad::ErrorStatus s) override { mStatus = s; }
+  void resetFilerStatus() override { mStatus = Acad::eOk; }
+  AcDbDatabase* database() const override { return mDb; }
+  Acad::ErrorStatus dwgVersion(AcDb::AcDbDwgVersion& v, AcDb::MaintenanceReleaseVersion& r) const override {
+    v = mOut.opt.r2000 ? AcDb::kDHL_1015 : AcDb::kDHL_1032;
+    r = AcDb::kMRelease0;
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus readItem(resbuf*) override { return Acad::eNotApplicable; }
+  void pushBackItem() override {}
+  bool atEOF() override { return true; }
+  bool atEndOfObject() override { return true; }
+  bool atSubclassData(const ACHAR*) override { return false; }
+  bool atExtendedData() override { return false; }
+
+  Acad::ErrorStatus writeItem(const resbuf& item) override {
+    RbList one{rbItemFrom(item)};
+    writeItems(mOut, one);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeObjectId(AcDb::DxfCode code, const AcDbObjectId& id) override {
+    AcDbStub* s = id;
+    mOut.w.string(code, s ? handleText(s->handle) : "0");
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeString(AcDb::DxfCode code, const ACHAR* text) override {
+    mOut.text(code, narrow(text ? text : L""));
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeBChunk(AcDb::DxfCode code, const ads_binary& chunk) override {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::string hex;
+    for (int i = 0; i < chunk.clen; ++i) {
+      const auto b = static_cast<unsigned char>(chunk.buf[i]);
+      hex += kHex[b >> 4];
+      hex += kHex[b & 15];
+    }
+    mOut.w.string(code, hex);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeAcDbHandle(AcDb::DxfCode code, const AcDbHandle& h) override {
+    mOut.w.string(code, handleText(h));
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeInt64(AcDb::DxfCode code, Adesk::Int64 v) override { return integer(code, v); }
+  Acad::ErrorStatus writeInt32(AcDb::DxfCode code, Adesk::Int32 v) override { return integer(code, v); }
+  Acad::ErrorStatus writeInt16(AcDb::DxfCode code, Adesk::Int16 v) override { return integer(code, v); }
+  Acad::ErrorStatus writeBoolean(AcDb::DxfCode code, Adesk::Boolean v) override { return integer(code, v ? 1 : 0); }
+  Acad::ErrorStatus writeDouble(AcDb::DxfCode code, double v, int) override {
+    mOut.w.real(code, v);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writePoint2d(AcDb::DxfCode code, const AcGePoint2d& p, int) override {
+    mOut.w.point2d(code, p.x, p.y);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writePoint3d(AcDb::DxfCode code, const AcGePoint3d& p, int) override {
+    mOut.w.point(code, p.x, p.y, p.z);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeVector2d(AcDb::DxfCode code, const AcGeVector2d& v, int) override {
+    mOut.w.point2d(code, v.x, v.y);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeVector3d(AcDb::DxfCode code, const AcGeVector3d& v, int) override {
+    mOut.w.point(code, v.x, v.y, v.z);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeScale3d(AcDb::DxfCode code, const AcGeScale3d& s, int) override {
+    mOut.w.point(code, s.sx, s.sy, s.sz);
+    return Acad::eOk;
+  }
+
+ private:
+  Acad::ErrorStatus integer(int code, Adesk::Int64 v) {
+    mOut.w.integer(code, v);
+    return Acad::eOk;
+  }
+  Out& mOut;
+  AcDbDatabase* mDb;
+  Acad::ErrorStatus mStatus = Acad::eOk;
+};
+
+}  // namespace
+
+void writeModelledEntity(Out& out, AcDbEntity& ent) {
+  const ACHAR* dxfName = ent.isA()->dxfName();
+  // A class without a DXF name has no file form; other programs could not read it.
+  if (dxfName == nullptr || *dxfName == 0) return;
+  std::vector<RawTag> none;
+  std::size_t rest = 0;
+  writeStart(out, narrow(dxfName), ent, none, rest);
+  out.w.string(100, "AcDbEntity");
+  auto* layer = AcDbSymbolTableRecord::cast(peek(ent.layerId()));
+  out.text(8, layer ? narrow(layer->nameText()) : "0");
+  if (ent.colorIndex() != AcDb::kByLayer) out.w.integer(62, ent.colorIndex());
+  if (ent.visibility() == AcDb::kInvisible) out.w.integer(60, 1);
+  OutFiler filer(out, ent.database());
+  ent.dxfOutFields(&filer);
+  writeXData(out, ent);
+}
+
+}  // namespace tdhost::dxf

@@ -1,0 +1,475 @@
+// The DXF reader: splits the file into sections and records, hands them to the section
+// readers, then resolves handles and adds what a drawing needs and the file lacked.
+#include "dxf/dxf_in.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <type_traits>
+
+#include "dbdict.h"
+#include "dbgroup.h"
+#include "dbsymtb.h"
+#include "dxf/code_page.h"
+#include "dxf/dxf_model.h"
+#include "object_access.h"
+
+namespace tdhost::dxf {
+
+void DxfStateDeleter::operator()(DxfState* s) const { delete s; }
+
+DxfState& stateOf(AcDbDatabase& db) {
+  auto& slot = db.impl().dxf;
+  if (!slot) slot.reset(new DxfState);
+  return *slot;
+}
+
+DxfState* findState(const AcDbDatabase& db) { return db.impl().dxf.get(); }
+
+AcDbHandle parseHandle(std::string_view text) {
+  Adesk::UInt64 value = 0;
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  const auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
+  if (ec != std::errc() || ptr != text.data() + text.size()) return AcDbHandle();
+  return AcDbHandle(value);
+}
+
+std::string handleText(AcDbHandle h) {
+  char buffer[24];
+  const auto [ptr, ec] = std::to_chars(buffer, buffer + sizeof buffer, static_cast<Adesk::UInt64>(h), 16);
+  std::string s(buffer, ptr);
+  for (char& c : s) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return s;
+}
+
+double toDouble(std::string_view text) {
+  while (!text.empty() && (text.front() == ' ' || text.front() == '+')) text.remove_prefix(1);
+  double v = 0.0;
+  std::from_chars(text.data(), text.data() + text.size(), v);
+  return v;
+}
+
+std::int64_t toInteger(std::string_view text) {
+  while (!text.empty() && (text.front() == ' ' || text.front() == '+')) text.remove_prefix(1);
+  std::int64_t v = 0;
+  const auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), v);
+  if (ec != std::errc() || (ptr != text.data() + text.size() && *ptr == '.')) {
+    // Reals where integers belong; out-of-range values are clamped, never converted blindly.
+    const double d = toDouble(text);
+    if (!(d > -9.2e18 && d < 9.2e18)) return d < 0 ? INT64_MIN : (d > 0 ? INT64_MAX : 0);
+    v = static_cast<std::int64_t>(d);
+  }
+  return v;
+}
+
+std::wstring widen(std::string_view s) {
+  std::wstring out;
+  out.reserve(s.size());
+  for (size_t i = 0; i < s.size();) {
+    const auto c = static_cast<unsigned char>(s[i]);
+    char32_t cp = c;
+    size_t len = 1;
+    if (c >= 0xF0 && i + 3 < s.size() + 0) len = 4, cp = c & 0x07;
+    else if (c >= 0xE0) len = 3, cp = c & 0x0F;
+    else if (c >= 0xC0) len = 2, cp = c & 0x1F;
+    if (i + len > s.size()) len = 1, cp = 0xFFFD;
+    for (size_t k = 1; k < len; ++k) cp = (cp << 6) | (static_cast<unsigned char>(s[i + k]) & 0x3F);
+    out += static_cast<wchar_t>(cp);
+    i += len;
+  }
+  return out;
+}
+
+std::string narrow(const std::wstring& w) {
+  std::string out;
+  out.reserve(w.size());
+  for (wchar_t wc : w) {
+    auto cp = static_cast<char32_t>(wc);
+    if (cp < 0x80) {
+      out += static_cast<char>(cp);
+    } else if (cp < 0x800) {
+      out += static_cast<char>(0xC0 | (cp >> 6));
+      out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else if (cp < 0x10000) {
+      out += static_cast<char>(0xE0 | (cp >> 12));
+      out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+      out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else {
+      out += static_cast<char>(0xF0 | (cp >> 18));
+      out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+      out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+      out += static_cast<char>(0x80 | (cp & 0x3F));
+    }
+  }
+  return out;
+}
+
+AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObject> obj) {
+  AcDbStub* stub = handle.isNull() ? nullptr : ctx.impl.stubFor(handle, true);
+  if (stub == nullptr || stub->object != nullptr) stub = ctx.impl.newStub();
+  ObjectAccess::setStub(*obj, stub);
+  stub->object = std::move(obj);
+  ++ctx.impl.liveObjects;
+  return AcDbObjectId(stub);
+}
+
+Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
+  Split s;
+  s.tags.reserve(static_cast<size_t>(rec.end - rec.begin));
+  bool sawHandle = false, sawOwner = false;
+  int depth = 0;
+  const Tag* t = rec.begin;
+  for (; t != rec.end; ++t) {
+    if (t->code == 1001) break;
+    if (!sawHandle && t->code == handleCode) {
+      s.handle = parseHandle(t->value);
+      sawHandle = true;
+      continue;
+    }
+    if (t->code == 102) {
+      if (!t->value.empty() && t->value.front() == '{') {
+        if (t->value == "{ACAD_XDICTIONARY") {
+          const Tag* u = t + 1;
+          for (; u != rec.end && u->code != 102; ++u)
+            if (u->code == 360) s.extDict = parseHandle(u->value);
+          t = (u == rec.end) ? u - 1 : u;
+          continue;
+        }
+        ++depth;
+      } else if (depth > 0) {
+        --depth;
+      }
+    } else if (!sawOwner && depth == 0 && t->code == 330) {
+      s.owner = parseHandle(t->value);
+      sawOwner = true;
+      continue;
+    }
+    s.tags.push_back({t->code, t->value});
+  }
+  if (t != rec.end) {
+    std::vector<RawTag> rest;
+    for (; t != rec.end; ++t) rest.push_back({t->code, t->value});
+    s.xdata = itemsOf(ctx, rest.data(), rest.data() + rest.size());
+  }
+  return s;
+}
+
+std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const RawTag* end) {
+  auto store = std::make_unique<XDataStore>();
+  store->items.reserve(static_cast<size_t>(end - t));
+  for (; t != end; ++t) {
+    RbItem item;
+    item.code = static_cast<short>(t->code);
+    item.kind = rbKindOf(t->code);
+    switch (item.kind) {
+      case RbKind::kPoint3d:
+      case RbKind::kPoint2d:
+        item.kind = RbKind::kPoint3d;
+        item.reals[0] = toDouble(t->value);
+        for (int k = 1; k < 3 && t + 1 != end && t[1].code == item.code + 10 * k; ++k) {
+          ++t;
+          item.reals[k] = toDouble(t->value);
+        }
+        break;
+      case RbKind::kReal: item.reals[0] = toDouble(t->value); break;
+      case RbKind::kShort: case RbKind::kLong: case RbKind::kInt64: item.ints[0] = toInteger(t->value); break;
+      case RbKind::kBinary:
+        for (size_t k = 0; k + 1 < t->value.size(); k += 2) {
+          unsigned v = 0;
+          std::from_chars(t->value.data() + k, t->value.data() + k + 2, v, 16);
+          item.bytes.push_back(static_cast<unsigned char>(v));
+        }
+        break;
+      case RbKind::kName: {
+        AcDbStub* stub = ctx.impl.stubFor(parseHandle(t->value), true);
+        item.ints[0] = AcDbObjectId(stub).asOldId();
+        break;
+      }
+      default: item.text = widen(t->value); break;
+    }
+    store->items.push_back(std::move(item));
+  }
+  return store;
+}
+
+
+void finishObject(LoadContext& ctx, AcDbObjectId id, Split& split) {
+  if (split.xdata) {
+    ObjectAccess::setXDataStore(*peek(id), std::move(split.xdata));
+  }
+  if (!split.owner.isNull() || !split.extDict.isNull()) ctx.pending.push_back({id, split.owner, split.extDict});
+}
+
+namespace {
+
+// Converts the values that need it to UTF-8; views of converted values point into the arena.
+void convertText(std::vector<Tag>& tags, const std::string& codePage, RawText& arena) {
+  const bool legacy = !codePage.empty();
+  std::unique_ptr<CodePageDecoder> decoder;
+  for (Tag& t : tags) {
+    if (valueKindOf(t.code) != ValueKind::String) continue;
+    bool high = false, escape = false;
+    for (char c : t.value) {
+      if (static_cast<unsigned char>(c) >= 0x80) high = true;
+      else if (c == '\\') escape = true;
+    }
+    if (!legacy || (!high && !(escape && t.value.find("\\U+") != std::string_view::npos))) continue;
+    if (!decoder) decoder = std::make_unique<CodePageDecoder>(codePage);
+    arena.converted.push_back(std::make_unique<std::string>(decoder->toUtf8(t.value)));
+    t.value = *arena.converted.back();
+  }
+}
+
+std::string_view headerValue(const std::vector<Tag>& tags, std::string_view name) {
+  for (size_t i = 0; i + 1 < tags.size(); ++i) {
+    if (tags[i].code == 0 && tags[i].value == "ENDSEC") break;
+    if (tags[i].code == 9 && tags[i].value == name) return tags[i + 1].value;
+  }
+  return {};
+}
+
+std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::string& source) {
+  std::vector<Record> out;
+  if (begin != end && begin->code != 0)
+    throw DxfError(source, begin->line, begin->code, "expected group code 0 to start an entity or object");
+  for (const Tag* t = begin; t != end;) {
+    const Tag* u = t + 1;
+    while (u != end && u->code != 0) ++u;
+    out.push_back({t->value, t + 1, u, t->line});
+    t = u;
+  }
+  return out;
+}
+
+// Empties the database so the file's objects can take their handles.
+void clearDatabase(DatabaseImpl& d) {
+  d.undo->setRecording(false);
+  d.destroying = true;
+  for (auto& [h, stub] : d.stubs) stub.object.reset();
+  d.destroying = false;
+  d.stubs.clear();
+  d.handseed = 1;
+  d.liveObjects = 0;
+  for (auto& t : d.tables) t.setNull();
+  d.namedObjects.setNull();
+  d.groupDictionary.setNull();
+  d.modelSpace.setNull();
+  d.paperSpace.setNull();
+  d.byLayer.setNull();
+  d.byBlock.setNull();
+  d.continuous.setNull();
+  d.header = HeaderVars();
+  d.dxf.reset();
+}
+
+template <class T>
+AcDbObjectId ensureTable(LoadContext& ctx, TableKind kind) {
+  if (!ctx.impl.tables[kind].isNull()) return ctx.impl.tables[kind];
+  ctx.impl.tables[kind] = place(ctx, AcDbHandle(), std::make_unique<T>());
+  return ctx.impl.tables[kind];
+}
+
+template <class R>
+AcDbObjectId ensureRecord(LoadContext& ctx, TableKind kind, const ACHAR* name) {
+  auto* table = AcDbSymbolTable::cast(peek(ctx.impl.tables[kind]));
+  AcDbObjectId id = table->lookup(name);
+  if (!id.isNull()) return id;
+  auto rec = std::make_unique<R>();
+  rec->setNameLoaded(name);
+  if constexpr (std::is_same_v<R, AcDbLayerTableRecord>) {
+    AcCmColor white;
+    white.setColorIndex(7);
+    rec->setColor(white);
+    rec->setLinetypeObjectId(ctx.impl.continuous);
+  }
+  if constexpr (std::is_same_v<R, AcDbLinetypeTableRecord>) {
+    if (std::wstring(name) == L"Continuous") rec->setComments(L"Solid line");
+  }
+  id = place(ctx, AcDbHandle(), std::move(rec));
+  ObjectAccess::setOwner(*peek(id), ctx.impl.tables[kind]);
+  table->attachLoaded(id, name);
+  return id;
+}
+
+void resolve(LoadContext& ctx) {
+  for (const auto& p : ctx.pending) {
+    AcDbObject* obj = peek(p.object);
+    if (!p.owner.isNull()) {
+      AcDbStub* s = ctx.impl.stubFor(p.owner, false);
+      if (s) ObjectAccess::setOwner(*obj, AcDbObjectId(s));
+    }
+    if (!p.extDict.isNull()) {
+      AcDbStub* s = ctx.impl.stubFor(p.extDict, false);
+      if (s && s->object) ObjectAccess::setExtDict(*obj, AcDbObjectId(s));
+    }
+  }
+  for (const auto& d : ctx.dictionaries) {
+    auto* dict = AcDbDictionary::cast(peek(d.dict));
+    for (const auto& [name, handle] : d.entries) {
+      AcDbStub* s = ctx.impl.stubFor(handle, false);
+      if (s == nullptr || s->object == nullptr) continue;
+      dict->attachLoaded(widen(name), AcDbObjectId(s));
+      if (auto* group = AcDbGroup::cast(s->object.get())) group->setNameFromDictionary(widen(name));
+    }
+  }
+  for (const auto& g : ctx.groups) {
+    auto* group = AcDbGroup::cast(peek(g.group));
+    std::vector<AcDbObjectId> members;
+    for (AcDbHandle h : g.members) {
+      AcDbStub* s = ctx.impl.stubFor(h, false);
+      if (s && s->object) members.push_back(AcDbObjectId(s));
+    }
+    group->attachLoaded(std::move(members));
+  }
+}
+
+void addMissingParts(LoadContext& ctx) {
+  ensureTable<AcDbViewportTable>(ctx, kViewportTable);
+  ensureTable<AcDbLinetypeTable>(ctx, kLinetypeTable);
+  ensureTable<AcDbLayerTable>(ctx, kLayerTable);
+  ensureTable<AcDbTextStyleTable>(ctx, kTextStyleTable);
+  ensureTable<AcDbViewTable>(ctx, kViewTable);
+  ensureTable<AcDbUCSTable>(ctx, kUCSTable);
+  ensureTable<AcDbRegAppTable>(ctx, kRegAppTable);
+  ensureTable<AcDbDimStyleTable>(ctx, kDimStyleTable);
+  ensureTable<AcDbBlockTable>(ctx, kBlockTable);
+  ctx.impl.byBlock = ensureRecord<AcDbLinetypeTableRecord>(ctx, kLinetypeTable, L"ByBlock");
+  ctx.impl.byLayer = ensureRecord<AcDbLinetypeTableRecord>(ctx, kLinetypeTable, L"ByLayer");
+  ctx.impl.continuous = ensureRecord<AcDbLinetypeTableRecord>(ctx, kLinetypeTable, L"Continuous");
+  ensureRecord<AcDbLayerTableRecord>(ctx, kLayerTable, L"0");
+  ensureRecord<AcDbTextStyleTableRecord>(ctx, kTextStyleTable, L"Standard");
+  ensureRecord<AcDbRegAppTableRecord>(ctx, kRegAppTable, L"ACAD");
+  ensureRecord<AcDbDimStyleTableRecord>(ctx, kDimStyleTable, L"Standard");
+  ctx.impl.modelSpace = ensureRecord<AcDbBlockTableRecord>(ctx, kBlockTable, ACDB_MODEL_SPACE);
+  ctx.impl.paperSpace = ensureRecord<AcDbBlockTableRecord>(ctx, kBlockTable, ACDB_PAPER_SPACE);
+  if (ctx.impl.namedObjects.isNull()) ctx.impl.namedObjects = place(ctx, AcDbHandle(), std::make_unique<AcDbDictionary>());
+  auto* nod = AcDbDictionary::cast(peek(ctx.impl.namedObjects));
+  AcDbObjectId groups;
+  for (const auto& e : nod->entries())
+    if (e.name == L"ACAD_GROUP") groups = e.id;
+  if (groups.isNull()) {
+    groups = place(ctx, AcDbHandle(), std::make_unique<AcDbDictionary>());
+    ObjectAccess::setOwner(*peek(groups), ctx.impl.namedObjects);
+    nod->attachLoaded(L"ACAD_GROUP", groups);
+  }
+  ctx.impl.groupDictionary = groups;
+  for (const auto& [entity, paper] : ctx.entitiesNoOwner) {
+    AcDbObjectId space = paper ? ctx.impl.paperSpace : ctx.impl.modelSpace;
+    ObjectAccess::setOwner(*peek(entity), space);
+    AcDbBlockTableRecord::cast(peek(space))->attachLoaded(entity);
+  }
+}
+
+}  // namespace
+
+void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) {
+  auto raw = std::make_shared<RawText>();
+  raw->file = std::move(text);
+  std::vector<Tag> tags;
+  tags.reserve(raw->file.size() / 12);
+  {
+    TagReader reader(raw->file, source);
+    Tag tag;
+    while (reader.next(tag)) {
+      if (tag.code == 999) continue;  // comments are not kept
+      tags.push_back(tag);
+    }
+  }
+  if (tags.empty()) throw DxfError(source, 1, -1, "the file is empty; expected 0/SECTION");
+  if (tags.front().code != 0 || tags.front().value != "SECTION")
+    throw DxfError(source, tags.front().line, tags.front().code, "not a DXF file: expected 0/SECTION");
+  // Find the sections first so that a malformed file changes nothing.
+  struct Sec {
+    std::string_view name;
+    const Tag* begin;
+    const Tag* end;
+  };
+  std::vector<Sec> sections;
+  const Tag* t = tags.data();
+  const Tag* end = t + tags.size();
+  while (t != end) {
+    if (t->code == 0 && t->value == "EOF") break;
+    if (t->code != 0 || t->value != "SECTION")
+      throw DxfError(source, t->line, t->code, "expected 0/SECTION or 0/EOF, found \"" + std::string(t->value) + "\"");
+    ++t;
+    if (t == end || t->code != 2)
+      throw DxfError(source, t == end ? (t - 1)->line : t->line, t == end ? -1 : t->code,
+                     "expected group code 2 with the section name");
+    Sec sec{t->value, t + 1, nullptr};
+    const Tag* u = t + 1;
+    while (u != end && !(u->code == 0 && (u->value == "ENDSEC" || u->value == "SECTION" || u->value == "EOF"))) ++u;
+    if (u == end || u->value != "ENDSEC")
+      throw DxfError(source, u == end ? (end - 1)->line : u->line, 0,
+                     "section " + std::string(sec.name) + " is not closed by 0/ENDSEC (file truncated?)");
+    sec.end = u;
+    sections.push_back(sec);
+    t = u + 1;
+  }
+  std::string version(headerValue(tags, "$ACADVER"));
+  std::string codePage;
+  if (!version.empty() && version < "AC1021") {
+    codePage = iconvNameOf(headerValue(tags, "$DWGCODEPAGE"));
+    if (codePage.empty()) codePage = "CP1252";
+  }
+  convertText(tags, codePage, *raw);
+
+  std::vector<std::pair<std::string_view, std::vector<Record>>> parsed;
+  for (const Sec& s : sections) {
+    if (s.name == "HEADER" || s.name == "CLASSES" || s.name == "TABLES" || s.name == "BLOCKS" ||
+        s.name == "ENTITIES" || s.name == "OBJECTS") {
+      if (s.name != "HEADER") parsed.emplace_back(s.name, recordsOf(s.begin, s.end, source));
+      else parsed.emplace_back(s.name, std::vector<Record>{});
+    } else {
+      parsed.emplace_back(s.name, std::vector<Record>{});
+    }
+  }
+
+  for (const auto& [name, records] : parsed)
+    if (name == "BLOCKS") checkBlocks(records, source);
+
+  DatabaseImpl& impl = db.impl();
+  clearDatabase(impl);
+  DxfState& state = stateOf(db);
+  state.text = raw;
+  LoadContext ctx{db, impl, state, source, codePage, version, {}, {}, {}, {}, {}, {}};
+  // Handles from the file win; objects without one get handles above the file's largest.
+  Adesk::UInt64 maxHandle = 0;
+  for (size_t i = 1; i < tags.size(); ++i)
+    if ((tags[i].code == 5 || tags[i].code == 105) && tags[i - 1].code != 9)
+      maxHandle = std::max(maxHandle, static_cast<Adesk::UInt64>(parseHandle(tags[i].value)));
+  if (AcDbHandle seed = parseHandle(headerValue(tags, "$HANDSEED")); !seed.isNull())
+    maxHandle = std::max(maxHandle, static_cast<Adesk::UInt64>(seed) - 1);
+  impl.handseed = maxHandle + 1;
+
+  for (size_t i = 0; i < sections.size(); ++i) {
+    const Sec& s = sections[i];
+    const auto& records = parsed[i].second;
+    if (s.name == "HEADER") {
+      readHeader(ctx, s.begin, s.end);
+    } else if (s.name == "CLASSES") {
+      state.hasClasses = true;
+      for (const Tag* u = s.begin; u != s.end; ++u) state.classes.push_back({u->code, u->value});
+    } else if (s.name == "TABLES") {
+      readTables(ctx, records);
+    } else if (s.name == "BLOCKS") {
+      readBlocks(ctx, records);
+    } else if (s.name == "ENTITIES") {
+      readEntities(ctx, records, AcDbObjectId());
+    } else if (s.name == "OBJECTS") {
+      readObjects(ctx, records);
+    } else {
+      DxfState::Section kept{s.name, {}};
+      for (const Tag* u = s.begin; u != s.end; ++u) kept.tags.push_back({u->code, u->value});
+      state.otherSections.push_back(std::move(kept));
+    }
+  }
+  resolve(ctx);
+  addMissingParts(ctx);
+  applyHeader(ctx);
+  impl.undo->setRecording(true);
+}
+
+}  // namespace tdhost::dxf

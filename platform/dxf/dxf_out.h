@@ -1,0 +1,23 @@
+// Writing a database as ASCII DXF text. Internal to the host; the SDK entry point is
+// AcDbDatabase::dxfOut.
+#pragma once
+
+#include <string>
+
+class AcDbDatabase;
+class AcDbEntity;
+
+namespace tdhost::dxf {
+
+struct SaveOptions;
+struct Out;
+
+// The whole drawing as DXF text (R2018 UTF-8, or R2000 in options.codePage). Handles of
+// BLOCK/ENDBLK records are given on the first save, so later saves of an unchanged drawing
+// are byte-identical.
+std::string saveDxfText(AcDbDatabase& db, const SaveOptions& options);
+
+// An entity of a modelled class: common fields, then its dxfOutFields through a filer.
+void writeModelledEntity(Out& out, AcDbEntity& ent);
+
+}  // namespace tdhost::dxf

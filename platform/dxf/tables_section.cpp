@@ -1,0 +1,336 @@
+// The TABLES section: symbol tables and their records. Names and the fields the host models
+// become record data; the rest of each record is kept and written back in place.
+#include <algorithm>
+#include <cmath>
+
+#include "dbsymtb.h"
+#include "dxf/dxf_model.h"
+#include "object_access.h"
+
+namespace tdhost::dxf {
+
+namespace {
+
+struct KindInfo {
+  std::string_view table;   // the table's name in the file and its records' type
+  std::string_view marker;  // the records' subclass marker
+  TableKind kind;
+};
+
+constexpr KindInfo kKinds[] = {
+    {"VPORT", "AcDbViewportTableRecord", kViewportTable},
+    {"LTYPE", "AcDbLinetypeTableRecord", kLinetypeTable},
+    {"LAYER", "AcDbLayerTableRecord", kLayerTable},
+    {"STYLE", "AcDbTextStyleTableRecord", kTextStyleTable},
+    {"VIEW", "AcDbViewTableRecord", kViewTable},
+    {"UCS", "AcDbUCSTableRecord", kUCSTable},
+    {"APPID", "AcDbRegAppTableRecord", kRegAppTable},
+    {"DIMSTYLE", "AcDbDimStyleTableRecord", kDimStyleTable},
+    {"BLOCK_RECORD", "AcDbBlockTableRecord", kBlockTable},
+};
+
+const KindInfo* infoOf(std::string_view name) {
+  for (const KindInfo& k : kKinds)
+    if (k.table == name) return &k;
+  return nullptr;
+}
+
+std::unique_ptr<AcDbSymbolTable> newTable(TableKind kind) {
+  switch (kind) {
+    case kViewportTable: return std::make_unique<AcDbViewportTable>();
+    case kLinetypeTable: return std::make_unique<AcDbLinetypeTable>();
+    case kLayerTable: return std::make_unique<AcDbLayerTable>();
+    case kTextStyleTable: return std::make_unique<AcDbTextStyleTable>();
+    case kViewTable: return std::make_unique<AcDbViewTable>();
+    case kUCSTable: return std::make_unique<AcDbUCSTable>();
+    case kRegAppTable: return std::make_unique<AcDbRegAppTable>();
+    case kDimStyleTable: return std::make_unique<AcDbDimStyleTable>();
+    default: return std::make_unique<AcDbBlockTable>();
+  }
+}
+
+std::unique_ptr<AcDbSymbolTableRecord> newRecord(TableKind kind) {
+  switch (kind) {
+    case kViewportTable: return std::make_unique<AcDbViewportTableRecord>();
+    case kLinetypeTable: return std::make_unique<AcDbLinetypeTableRecord>();
+    case kLayerTable: return std::make_unique<AcDbLayerTableRecord>();
+    case kTextStyleTable: return std::make_unique<AcDbTextStyleTableRecord>();
+    case kViewTable: return std::make_unique<AcDbViewTableRecord>();
+    case kUCSTable: return std::make_unique<AcDbUCSTableRecord>();
+    case kRegAppTable: return std::make_unique<AcDbRegAppTableRecord>();
+    case kDimStyleTable: return std::make_unique<AcDbDimStyleTableRecord>();
+    default: return std::make_unique<AcDbBlockTableRecord>();
+  }
+}
+
+double real(const std::vector<RawTag>& tags, int code, double fallback) {
+  for (const RawTag& t : tags)
+    if (t.code == code) return toDouble(t.value);
+  return fallback;
+}
+
+bool has(const std::vector<RawTag>& tags, int code) {
+  for (const RawTag& t : tags)
+    if (t.code == code) return true;
+  return false;
+}
+
+AcGePoint3d point(const std::vector<RawTag>& tags, int code) {
+  return {real(tags, code, 0), real(tags, code + 10, 0), real(tags, code + 20, 0)};
+}
+
+void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<RawTag>& tags, AcDbObjectId id) {
+  if (auto* layer = AcDbLayerTableRecord::cast(&rec)) {
+    const auto colour = static_cast<int>(std::clamp(real(tags, 62, 7), -256.0, 256.0));
+    AcCmColor c;
+    c.setColorIndex(static_cast<Adesk::UInt16>(std::min(std::abs(colour), 256)));
+    layer->setColor(c);
+    layer->setIsOff(colour < 0);
+    const auto flags = static_cast<int>(std::clamp(real(tags, 70, 0), 0.0, 65535.0));
+    layer->setIsFrozen((flags & 1) != 0);
+    layer->setIsLocked((flags & 4) != 0);
+    if (has(tags, 290)) layer->setIsPlottable(real(tags, 290, 1) != 0);
+    for (const RawTag& t : tags)
+      if (t.code == 6) ctx.layerLinetypes.push_back({id, t.value});
+  } else if (auto* ucs = AcDbUCSTableRecord::cast(&rec)) {
+    ucs->setOrigin(point(tags, 10));
+    ucs->setXAxis(point(tags, 11).asVector());
+    ucs->setYAxis(point(tags, 12).asVector());
+  } else if (auto* view = AcDbAbstractViewTableRecord::cast(&rec)) {
+    const bool vport = AcDbViewportTableRecord::cast(&rec) != nullptr;
+    const double height = real(tags, 40, 1.0);
+    view->setHeight(height);
+    view->setWidth(vport ? height * real(tags, 41, 1.0) : real(tags, 41, 1.0));
+    const int centre = vport ? 12 : 10;
+    view->setCenter(real(tags, centre, 0), real(tags, centre + 10, 0));
+    const int dir = vport ? 16 : 11, target = vport ? 17 : 12;
+    if (has(tags, dir)) view->setViewDirection(point(tags, dir).asVector());
+    view->setTarget(point(tags, target));
+    view->setViewTwist(real(tags, vport ? 51 : 50, 0));
+  } else if (auto* style = AcDbTextStyleTableRecord::cast(&rec)) {
+    style->setTextSize(std::max(0.0, real(tags, 40, 0)));
+    if (double x = real(tags, 41, 1.0); x > 0) style->setXScale(x);
+    for (const RawTag& t : tags)
+      if (t.code == 3) {
+        style->setFileName(widen(t.value).c_str());
+        break;
+      }
+  }
+}
+
+}  // namespace
+
+void readTables(LoadContext& ctx, const std::vector<Record>& records) {
+  const KindInfo* current = nullptr;
+  AcDbObjectId tableId;
+  for (const Record& rec : records) {
+    if (rec.type == "TABLE") {
+      Split split = splitRecord(ctx, rec);
+      std::string_view name;
+      for (const RawTag& t : split.tags)
+        if (t.code == 2) name = t.value;
+      current = infoOf(name);
+      if (current == nullptr) {
+        tableId = place(ctx, split.handle, std::make_unique<AcDbUnmodelledObject>(RawContent{rec.type, split.tags, {}, ctx.state.text}));
+        finishObject(ctx, tableId, split);
+        continue;
+      }
+      tableId = ctx.impl.tables[current->kind];
+      if (tableId.isNull()) {
+        tableId = place(ctx, split.handle, newTable(current->kind));
+        ctx.impl.tables[current->kind] = tableId;
+      }
+      ctx.state.kept[tableId] = RawContent{rec.type, std::move(split.tags), {}, ctx.state.text};
+      finishObject(ctx, tableId, split);
+      continue;
+    }
+    if (rec.type == "ENDTAB") {
+      current = nullptr;
+      continue;
+    }
+    if (current == nullptr || rec.type != current->table) {
+      // A record of an unknown table, or out of place: kept as it is.
+      Split split = splitRecord(ctx, rec);
+      AcDbObjectId id = place(ctx, split.handle, std::make_unique<AcDbUnmodelledObject>(RawContent{rec.type, split.tags, {}, ctx.state.text}));
+      finishObject(ctx, id, split);
+      continue;
+    }
+    Split split = splitRecord(ctx, rec, current->kind == kDimStyleTable ? 105 : 5);
+    std::string_view name;
+    for (const RawTag& t : split.tags)
+      if (t.code == 2) {
+        name = t.value;
+        break;
+      }
+    auto* table = AcDbSymbolTable::cast(peek(tableId));
+    std::wstring wide = widen(name);
+    if (wide.empty() || !table->lookup(wide.c_str()).isNull()) {
+      // Unnamed or duplicate records cannot join the table; keep them so nothing is lost.
+      AcDbObjectId id = place(ctx, split.handle, std::make_unique<AcDbUnmodelledObject>(RawContent{rec.type, split.tags, {}, ctx.state.text}));
+      finishObject(ctx, id, split);
+      continue;
+    }
+    std::unique_ptr<AcDbSymbolTableRecord> record = newRecord(current->kind);
+    record->setNameLoaded(wide);
+    AcDbSymbolTableRecord* raw = record.get();
+    AcDbObjectId id = place(ctx, split.handle, std::move(record));
+    ObjectAccess::setOwner(*raw, tableId);
+    asWriter(raw, [&](AcDbSymbolTableRecord* r) { readFields(ctx, *r, split.tags, id); });
+    table->attachLoaded(id, wide);
+    if (current->kind == kLayerTable) ctx.layers[name] = id;
+    ctx.state.kept[id] = RawContent{rec.type, std::move(split.tags), {}, ctx.state.text};
+    split.owner = AcDbHandle();
+    finishObject(ctx, id, split);
+  }
+  for (const auto& [layerId, linetype] : ctx.layerLinetypes) {
+    auto* table = AcDbSymbolTable::cast(peek(ctx.impl.tables[kLinetypeTable]));
+    if (table == nullptr) break;
+    AcDbObjectId lt = table->lookup(widen(linetype).c_str());
+    asWriter(AcDbLayerTableRecord::cast(peek(layerId)), [&](AcDbLayerTableRecord* r) { r->setLinetypeObjectId(lt); });
+  }
+}
+
+AcDbObjectId layerNamed(LoadContext& ctx, std::string_view name) {
+  if (auto it = ctx.layers.find(name); it != ctx.layers.end()) return it->second;
+  auto& tableId = ctx.impl.tables[kLayerTable];
+  if (tableId.isNull()) tableId = place(ctx, AcDbHandle(), std::make_unique<AcDbLayerTable>());
+  auto* table = AcDbSymbolTable::cast(peek(tableId));
+  std::wstring wide = widen(name.empty() ? std::string_view("0") : name);
+  AcDbObjectId id = table->lookup(wide.c_str());
+  if (id.isNull()) {
+    // Files may use layers their table lacks; the drawing gets the layer so it stays valid.
+    auto layer = std::make_unique<AcDbLayerTableRecord>();
+    layer->setNameLoaded(wide);
+    AcCmColor white;
+    white.setColorIndex(7);
+    layer->setColor(white);
+    AcDbLayerTableRecord* raw = layer.get();
+    id = place(ctx, AcDbHandle(), std::move(layer));
+    ObjectAccess::setOwner(*raw, tableId);
+    table->attachLoaded(id, wide);
+  }
+  ctx.layers[name] = id;
+  return id;
+}
+
+namespace {
+
+std::string num(double v) { return formatDouble(v); }
+std::string num(long long v) { return std::to_string(v); }
+
+void pointOverride(std::vector<Override>& ov, int code, double x, double y, double z, bool threeD = true) {
+  Override o;
+  o.codes = {code, code + 10};
+  o.tags = {{code, num(x)}, {code + 10, num(y)}};
+  if (threeD) {
+    o.codes.push_back(code + 20);
+    o.tags.push_back({code + 20, num(z)});
+  }
+  ov.push_back(std::move(o));
+}
+
+std::vector<Override> overridesOf(const AcDbSymbolTableRecord& rec) {
+  std::vector<Override> ov;
+  ov.push_back({{2}, {{2, narrow(rec.nameText())}}, 0, false});
+  if (auto* layer = AcDbLayerTableRecord::cast(&rec)) {
+    const int flags = (layer->isFrozen() ? 1 : 0) | (layer->isLocked() ? 4 : 0);
+    ov.push_back({{70}, {{70, num(static_cast<long long>(flags))}}, 2, false});
+    const int colour = layer->color().colorIndex();
+    ov.push_back({{62}, {{62, num(static_cast<long long>(layer->isOff() ? -colour : colour))}}, 70, false});
+    std::string linetype = "Continuous";
+    if (auto* lt = AcDbSymbolTableRecord::cast(peek(layer->linetypeObjectId()))) linetype = narrow(lt->nameText());
+    ov.push_back({{6}, {{6, linetype}}, 62, false});
+    if (!layer->isPlottable()) ov.push_back({{290}, {{290, "0"}}, 6, false});
+  } else if (auto* ucs = AcDbUCSTableRecord::cast(&rec)) {
+    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    const AcGePoint3d o = ucs->origin();
+    const AcGeVector3d x = ucs->xAxis(), y = ucs->yAxis();
+    pointOverride(ov, 10, o.x, o.y, o.z);
+    pointOverride(ov, 11, x.x, x.y, x.z);
+    pointOverride(ov, 12, y.x, y.y, y.z);
+  } else if (auto* view = AcDbAbstractViewTableRecord::cast(&rec)) {
+    const bool vport = AcDbViewportTableRecord::cast(&rec) != nullptr;
+    double cx = 0, cy = 0;
+    view->getCenter(cx, cy);
+    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    if (vport) {
+      pointOverride(ov, 12, cx, cy, 0, false);
+      pointOverride(ov, 16, view->viewDirection().x, view->viewDirection().y, view->viewDirection().z);
+      pointOverride(ov, 17, view->target().x, view->target().y, view->target().z);
+      ov.push_back({{40}, {{40, num(view->height())}}, 0, false});
+      ov.push_back({{41}, {{41, num(view->height() > 0 ? view->width() / view->height() : 1.0)}}, 40, false});
+      ov.push_back({{51}, {{51, num(view->viewTwist())}}, 0, false});
+    } else {
+      ov.push_back({{40}, {{40, num(view->height())}}, 70, false});
+      pointOverride(ov, 10, cx, cy, 0, false);
+      ov.push_back({{41}, {{41, num(view->width())}}, 0, false});
+      pointOverride(ov, 11, view->viewDirection().x, view->viewDirection().y, view->viewDirection().z);
+      pointOverride(ov, 12, view->target().x, view->target().y, view->target().z);
+      ov.push_back({{50}, {{50, num(view->viewTwist())}}, 0, false});
+    }
+  } else if (auto* style = AcDbTextStyleTableRecord::cast(&rec)) {
+    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    ov.push_back({{40}, {{40, num(style->textSize())}}, 70, false});
+    ov.push_back({{41}, {{41, num(style->xScale())}}, 40, false});
+    const ACHAR* file = nullptr;
+    style->fileName(file);
+    ov.push_back({{3}, {{3, narrow(file ? file : L"")}}, 41, false});
+  } else if (AcDbLinetypeTableRecord::cast(&rec)) {
+    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    ov.push_back({{3}, {{3, ""}}, 70, false});
+    ov.push_back({{72}, {{72, "65"}}, 3, false});
+    ov.push_back({{73}, {{73, "0"}}, 72, false});
+    ov.push_back({{40}, {{40, "0.0"}}, 73, false});
+  } else if (AcDbBlockTableRecord::cast(&rec)) {
+    // Only the name: a block's own fields live in its BLOCK entity.
+  } else {
+    ov.push_back({{70}, {{70, "0"}}, 2, false});
+  }
+  return ov;
+}
+
+}  // namespace
+
+void writeTables(Out& out, AcDbDatabase& db, DxfState* state) {
+  TagWriter& w = out.w;
+  w.string(0, "SECTION");
+  w.string(2, "TABLES");
+  DatabaseImpl& impl = db.impl();
+  for (const KindInfo& k : kKinds) {
+    auto* table = AcDbSymbolTable::cast(peek(impl.tables[k.kind]));
+    if (table == nullptr) continue;
+    std::vector<AcDbObjectId> live;
+    for (AcDbObjectId id : table->recordIds())
+      if (!id.isErased() && peek(id) != nullptr) live.push_back(id);
+    const RawContent* kept = nullptr;
+    if (state != nullptr)
+      if (auto it = state->kept.find(AcDbObjectId(impl.tables[k.kind])); it != state->kept.end()) kept = &it->second;
+    std::vector<RawTag> templ;
+    if (kept == nullptr) templ = {{2, k.table}, {100, "AcDbSymbolTable"}};
+    const std::vector<RawTag>& tags = kept ? kept->tags : templ;
+    size_t rest = 0;
+    writeStart(out, "TABLE", *table, tags, rest);
+    std::vector<Override> ov{{{70}, {{70, num(static_cast<long long>(live.size()))}}, 100, false}};
+    writeWithOverrides(out, tags, rest, ov);
+    writeXData(out, *table);
+    for (AcDbObjectId id : live) {
+      auto* rec = AcDbSymbolTableRecord::cast(peek(id));
+      if (rec == nullptr) continue;
+      const RawContent* recKept = nullptr;
+      if (state != nullptr)
+        if (auto it = state->kept.find(AcDbObjectId(id)); it != state->kept.end()) recKept = &it->second;
+      std::vector<RawTag> recTempl;
+      if (recKept == nullptr) recTempl = {{100, "AcDbSymbolTableRecord"}, {100, k.marker}};
+      const std::vector<RawTag>& recTags = recKept ? recKept->tags : recTempl;
+      size_t recRest = 0;
+      writeStart(out, k.table, *rec, recTags, recRest, k.kind == kDimStyleTable ? 105 : 5);
+      std::vector<Override> recOv = overridesOf(*rec);
+      writeWithOverrides(out, recTags, recRest, recOv);
+      writeXData(out, *rec);
+    }
+    w.string(0, "ENDTAB");
+  }
+  w.string(0, "ENDSEC");
+}
+
+}  // namespace tdhost::dxf

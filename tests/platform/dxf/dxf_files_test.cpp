@@ -1,0 +1,150 @@
+// dxfIn/dxfOut on files: statuses, located errors for malformed input, atomic saves, and the
+// data a drawing carries surviving a save and load.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "arxHeaders.h"
+#include "host_fixture.h"
+#include "tdhost/dxf_io.h"
+#include "tdhost/unmodelled.h"
+#include "temp_dir.h"
+
+namespace {
+
+std::wstring wide(const std::string& s) { return std::wstring(s.begin(), s.end()); }
+
+const std::string kMinimal =
+    "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nL1\n 10\n0\n 20\n0\n 30\n0\n 11\n1\n 21\n1\n 31\n0\n  0\nENDSEC\n  0\nEOF\n";
+
+class DxfFiles : public HostTest {};
+
+struct Malformed {
+  const char* name;
+  std::string text;
+  Acad::ErrorStatus status;
+  const char* where;  // expected in the message
+};
+
+TEST_F(DxfFiles, MalformedInputIsRejectedWithLocationAndLeavesDrawingAlone) {
+  const Malformed cases[] = {
+      {"garbage", "\x01\x02\xff\xfe binary junk\n\n", Acad::eInvalidDxfCode, ":1:"},
+      {"binary", std::string("AutoCAD Binary DXF\r\n\x1a\0", 22), Acad::eBadDwgHeader, "binary"},
+      {"empty", "", Acad::eBadDwgHeader, "empty"},
+      {"truncated", kMinimal.substr(0, 60), Acad::eDxfPartiallyRead, "ENTITIES"},
+      {"value missing", "  0\nSECTION\n  2\n", Acad::eDxfPartiallyRead, "group code 2"},
+      {"bad code", "  0\nSECTION\n  2\nENTITIES\nxx\nLINE\n", Acad::eInvalidDxfCode, ":5:"},
+      {"not a section", "  0\nLINE\n  8\n0\n  0\nEOF\n", Acad::eBadDwgHeader, "not a DXF"},
+      {"block without name", "  0\nSECTION\n  2\nBLOCKS\n  0\nBLOCK\n  8\n0\n  0\nENDBLK\n  0\nENDSEC\n  0\nEOF\n",
+       Acad::eInvalidDxfCode, "group code 2"},
+      {"entity before code 0", "  0\nSECTION\n  2\nENTITIES\n  8\n0\n  0\nENDSEC\n  0\nEOF\n", Acad::eInvalidDxfCode,
+       "group code 0"},
+  };
+  ASSERT_EQ(std::size(cases), 9u);
+  TempDir dir;
+  const AcDbObjectId layers = db->layerTableId();
+  for (const Malformed& c : cases) {
+    const std::string path = dir.write("bad.dxf", c.text);
+    EXPECT_EQ(db->dxfIn(wide(path).c_str()), c.status) << c.name << ": " << tdhost::lastDxfMessage();
+    EXPECT_NE(tdhost::lastDxfMessage().find(c.where), std::string::npos) << c.name << ": " << tdhost::lastDxfMessage();
+    EXPECT_NE(tdhost::lastDxfMessage().find("bad.dxf"), std::string::npos) << c.name;
+    EXPECT_EQ(db->layerTableId(), layers) << c.name << " changed the drawing";
+  }
+}
+
+TEST_F(DxfFiles, MissingFileAndDirectoryGiveFileStatuses) {
+  TempDir dir;
+  EXPECT_EQ(db->dxfIn(wide((dir.path() / "none.dxf").string()).c_str()), Acad::eFileNotFound);
+  EXPECT_EQ(db->dxfIn(wide(dir.path().string()).c_str()), Acad::eFileAccessErr);
+}
+
+TEST_F(DxfFiles, FailedSaveKeepsTheOldFileAndSaysWhy) {
+  TempDir dir;
+  // A directory in the target's place cannot be replaced: the rename fails after writing.
+  std::filesystem::create_directory(dir.path() / "keep.dxf");
+  const std::string inner = dir.write("keep.dxf/inner.txt", "old content");
+  EXPECT_EQ(db->dxfOut(wide((dir.path() / "keep.dxf").string()).c_str()), Acad::eFileAccessErr);
+  EXPECT_NE(tdhost::lastDxfMessage().find("keep.dxf"), std::string::npos) << tdhost::lastDxfMessage();
+  EXPECT_EQ(TempDir::read(inner), "old content");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1) << "temporary file left behind";
+  EXPECT_EQ(db->dxfOut(wide((dir.path() / "no" / "such.dxf").string()).c_str()), Acad::eFileAccessErr);
+}
+
+TEST_F(DxfFiles, SaveReplacesTargetAndOnlyKnownVersionsAreWritten) {
+  TempDir dir;
+  const std::string target = dir.write("new.dxf", "old");
+  ASSERT_EQ(db->dxfOut(wide(target).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
+  EXPECT_NE(TempDir::read(target).find("AC1032"), std::string::npos);
+  ASSERT_EQ(db->dxfOut(wide(target).c_str(), 16, AcDb::kDHL_1015), Acad::eOk);
+  EXPECT_NE(TempDir::read(target).find("AC1015"), std::string::npos);
+  EXPECT_EQ(db->dxfOut(wide(target).c_str(), 16, AcDb::kDHL_1009), Acad::eInvalidDwgVersion);
+  AcDbDatabase back(false, true);
+  EXPECT_EQ(back.dxfIn(wide(target).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
+}
+
+TEST_F(DxfFiles, HeaderlessEntitiesLandInModelSpaceOnTheirLayer) {
+  ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  AcDbBlockTable* table = nullptr;
+  ASSERT_EQ(db->getBlockTable(table), Acad::eOk);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(table->getAt(ACDB_MODEL_SPACE, model, AcDb::kForRead), Acad::eOk);
+  table->close();
+  ASSERT_EQ(model->entityIds().size(), 1u);
+  AcDbEntity* ent = nullptr;
+  ASSERT_EQ(acdbOpenObject(ent, model->entityIds()[0], AcDb::kForRead), Acad::eOk);
+  model->close();
+  ACHAR* layer = ent->layer();
+  EXPECT_STREQ(layer, L"L1");
+  acutDelString(layer);
+  auto* generic = tdhost::AcDbUnmodelledEntity::cast(ent);
+  ASSERT_NE(generic, nullptr);
+  EXPECT_EQ(generic->dxfName(), "LINE");
+  EXPECT_EQ(ent->ownerId(), db->currentSpaceId());
+  AcDbHandle h;
+  ent->getAcDbHandle(h);
+  EXPECT_FALSE(h.isNull()) << "a file without handles gets them assigned";
+  ent->close();
+  EXPECT_EQ(db->clayer().isNull(), false);
+}
+
+TEST_F(DxfFiles, ChangesThroughTheApiAreSavedAndReloaded) {
+  ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
+  AcDbObjectId lineId = model->entityIds()[0];
+  model->close();
+  AcDbEntity* ent = nullptr;
+  ASSERT_EQ(acdbOpenObject(ent, lineId, AcDb::kForWrite), Acad::eOk);
+  EXPECT_EQ(ent->setColorIndex(3), Acad::eOk);
+  EXPECT_EQ(ent->setLayer(L"0"), Acad::eOk);
+  resbuf app{nullptr, 1001, {}};
+  app.resval.rstring = const_cast<ACHAR*>(L"ACAD");
+  resbuf val{nullptr, 1000, {}};
+  val.resval.rstring = const_cast<ACHAR*>(L"\u0416 survey");
+  app.rbnext = &val;
+  EXPECT_EQ(ent->setXData(&app), Acad::eOk);
+  EXPECT_EQ(ent->createExtensionDictionary(), Acad::eOk);
+  ent->close();
+
+  const std::string text = tdhost::writeDxfText(*db);
+  AcDbDatabase back(false, true);
+  ASSERT_EQ(tdhost::readDxfText(back, text, "back.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  AcDbObjectId backId;
+  ASSERT_EQ(back.getAcDbObjectId(backId, false, lineId.handle()), Acad::eOk);
+  ASSERT_EQ(acdbOpenObject(ent, backId, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(ent->colorIndex(), 3);
+  ACHAR* layer = ent->layer();
+  EXPECT_STREQ(layer, L"0");
+  acutDelString(layer);
+  resbuf* x = ent->xData(L"ACAD");
+  ASSERT_NE(x, nullptr);
+  ASSERT_NE(x->rbnext, nullptr);
+  EXPECT_STREQ(x->rbnext->resval.rstring, L"\u0416 survey");
+  acutRelRb(x);
+  EXPECT_FALSE(ent->extensionDictionary().isNull());
+  ent->close();
+  EXPECT_EQ(tdhost::writeDxfText(back), text);
+}
+
+}  // namespace

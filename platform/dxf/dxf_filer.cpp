@@ -114,8 +114,13 @@ void writeModelledEntity(Out& out, AcDbEntity& ent) {
   out.text(8, layer ? narrow(layer->nameText()) : "0");
   if (ent.colorIndex() != AcDb::kByLayer) out.w.integer(62, ent.colorIndex());
   if (ent.visibility() == AcDb::kInvisible) out.w.integer(60, 1);
+  // The fields are read through the object's own getters, which want a read open, as when
+  // the host saves; an object someone holds open for write is written as it stands.
+  AcDbEntity* reader = nullptr;
+  const bool opened = acdbOpenAcDbEntity(reader, ent.objectId(), AcDb::kForRead) == Acad::eOk;
   OutFiler filer(out, ent.database());
   ent.dxfOutFields(&filer);
+  if (opened) reader->close();
   writeXData(out, ent);
 }
 

@@ -65,6 +65,7 @@ class TDHOST_API AcDbPolyline : public AcDbCurve {
   Acad::ErrorStatus setThickness(double thickness);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
   // Built once per change and shared by queries (its segment index too).

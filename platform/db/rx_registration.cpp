@@ -39,6 +39,11 @@ void registerHostClasses() {
   add(AcDbCircle::gpDesc, L"AcDbCircle", curve, make<AcDbCircle>, L"CIRCLE");
   add(AcDbArc::gpDesc, L"AcDbArc", curve, make<AcDbArc>, L"ARC");
   add(AcDbPolyline::gpDesc, L"AcDbPolyline", curve, make<AcDbPolyline>, L"LWPOLYLINE");
+  add(AcDb2dPolyline::gpDesc, L"AcDb2dPolyline", curve, make<AcDb2dPolyline>, L"POLYLINE");
+  add(AcDb3dPolyline::gpDesc, L"AcDb3dPolyline", curve, make<AcDb3dPolyline>, L"POLYLINE");
+  AcRxClass* vertex = add(AcDbVertex::gpDesc, L"AcDbVertex", ent);
+  add(AcDb2dVertex::gpDesc, L"AcDb2dVertex", vertex, make<AcDb2dVertex>, L"VERTEX");
+  add(AcDb3dPolylineVertex::gpDesc, L"AcDb3dPolylineVertex", vertex, make<AcDb3dPolylineVertex>, L"VERTEX");
   add(AcDbDictionary::gpDesc, L"AcDbDictionary", obj, make<AcDbDictionary>, L"DICTIONARY");
   add(AcDbXrecord::gpDesc, L"AcDbXrecord", obj, make<AcDbXrecord>, L"XRECORD");
   add(AcDbGroup::gpDesc, L"AcDbGroup", obj, make<AcDbGroup>, L"GROUP");

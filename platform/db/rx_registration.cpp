@@ -34,6 +34,7 @@ void registerHostClasses() {
   AcRxClass* ent = add(AcDbEntity::gpDesc, L"AcDbEntity", obj);
   add(AcDbObjectIterator::gpDesc, L"AcDbObjectIterator", rx);
   add(AcDbPoint::gpDesc, L"AcDbPoint", ent, make<AcDbPoint>, L"POINT");
+  add(AcDbBlockReference::gpDesc, L"AcDbBlockReference", ent, make<AcDbBlockReference>, L"INSERT");
   AcRxClass* curve = add(AcDbCurve::gpDesc, L"AcDbCurve", ent);
   add(AcDbLine::gpDesc, L"AcDbLine", curve, make<AcDbLine>, L"LINE");
   add(AcDbCircle::gpDesc, L"AcDbCircle", curve, make<AcDbCircle>, L"CIRCLE");

@@ -406,3 +406,46 @@ class TDHOST_API AcDb3dPolyline : public AcDbCurve {
   AcDb::Poly3dType mPolyType = AcDb::k3dSimplePoly;
   bool mClosed = false;
 };
+
+// An insertion of a block: the block's entities, taken relative to the block's origin, scaled,
+// rotated about the normal in its object coordinate system and placed at the (world) position.
+class TDHOST_API AcDbBlockReference : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbBlockReference);
+  AcDbBlockReference();
+  AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId blockTableRec);
+  ~AcDbBlockReference() override;
+  TDHOST_DECLARE_COPYABLE(AcDbBlockReference)
+
+  AcDbObjectId blockTableRecord() const { return mBlockId; }
+  Acad::ErrorStatus setBlockTableRecord(AcDbObjectId blockId);
+  AcGePoint3d position() const { return mPosition; }
+  Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  AcGeScale3d scaleFactors() const { return mScale; }
+  // eInvalidInput for a zero factor.
+  Acad::ErrorStatus setScaleFactors(const AcGeScale3d& scale);
+  double rotation() const { return mRotation; }
+  Acad::ErrorStatus setRotation(double newVal);
+  AcGeVector3d normal() const { return mNormal; }
+  Acad::ErrorStatus setNormal(const AcGeVector3d& newVal);
+  // Block coordinates to world: position + OCS(normal) * rotation * scale * (p - block origin).
+  AcGeMatrix3d blockTransform() const;
+
+  // Matrices with a non-uniform scale are refused (eCannotScaleNonUniformly).
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // The block's entities as placed (exact where the placed entity is of the same kind).
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+
+ protected:
+  AcDbBlockReference(const AcDbBlockReference&) = default;
+  AcDbBlockReference& operator=(const AcDbBlockReference&) = default;
+
+ private:
+  AcDbObjectId mBlockId;
+  AcGePoint3d mPosition;
+  AcGeScale3d mScale;
+  AcGeVector3d mNormal{0, 0, 1};
+  double mRotation = 0.0;
+};

@@ -3,6 +3,7 @@
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbgroup.h"
+#include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
@@ -35,6 +36,8 @@ void registerHostClasses() {
   add(AcDbObjectIterator::gpDesc, L"AcDbObjectIterator", rx);
   add(AcDbPoint::gpDesc, L"AcDbPoint", ent, make<AcDbPoint>, L"POINT");
   add(AcDbBlockReference::gpDesc, L"AcDbBlockReference", ent, make<AcDbBlockReference>, L"INSERT");
+  add(AcDbText::gpDesc, L"AcDbText", ent, make<AcDbText>, L"TEXT");
+  add(AcDbMText::gpDesc, L"AcDbMText", ent, make<AcDbMText>, L"MTEXT");
   AcRxClass* curve = add(AcDbCurve::gpDesc, L"AcDbCurve", ent);
   add(AcDbLine::gpDesc, L"AcDbLine", curve, make<AcDbLine>, L"LINE");
   add(AcDbCircle::gpDesc, L"AcDbCircle", curve, make<AcDbCircle>, L"CIRCLE");

@@ -449,3 +449,78 @@ class TDHOST_API AcDbBlockReference : public AcDbEntity {
   AcGeVector3d mNormal{0, 0, 1};
   double mRotation = 0.0;
 };
+
+// A single-line text. Position and alignment point are world points; the rotation is the angle
+// of the baseline in the object coordinate system of the normal. Without font metrics the box is
+// approximate: each character height x width factor wide.
+class TDHOST_API AcDbText : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbText);
+  // The style defaults to the working database's current text style (or the database's own once
+  // added, when none was set).
+  AcDbText();
+  AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style = AcDbObjectId::kNull,
+           double height = 0.0, double rotation = 0.0);
+  ~AcDbText() override;
+  TDHOST_DECLARE_COPYABLE(AcDbText)
+
+  AcGePoint3d position() const { return mPosition; }
+  Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  AcGePoint3d alignmentPoint() const { return mAlignment; }
+  Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
+  bool isDefaultAlignment() const { return mHorz == AcDb::kTextLeft && mVert == AcDb::kTextBase; }
+  // A new copy the caller releases with acutDelString.
+  ACHAR* textString() const;
+  const ACHAR* textStringConst() const { return mText.c_str(); }
+  Acad::ErrorStatus setTextString(const ACHAR* text);
+  double height() const { return mHeight; }
+  // eInvalidInput for a height not above zero.
+  Acad::ErrorStatus setHeight(double height);
+  double rotation() const { return mRotation; }
+  Acad::ErrorStatus setRotation(double rotation);
+  double widthFactor() const { return mWidthFactor; }
+  // eInvalidInput for a factor not above zero.
+  Acad::ErrorStatus setWidthFactor(double factor);
+  double oblique() const { return mOblique; }
+  Acad::ErrorStatus setOblique(double angle);
+  AcDb::TextHorzMode horizontalMode() const { return mHorz; }
+  Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
+  AcDb::TextVertMode verticalMode() const { return mVert; }
+  Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
+  AcDbObjectId textStyle() const { return mStyle; }
+  Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+  AcGeVector3d normal() const { return mNormal; }
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  double thickness() const { return mThickness; }
+  Acad::ErrorStatus setThickness(double thickness);
+  bool isMirroredInX() const { return mMirrorX; }
+  Acad::ErrorStatus mirrorInX(bool mirror);
+  bool isMirroredInY() const { return mMirrorY; }
+  Acad::ErrorStatus mirrorInY(bool mirror);
+
+  // Uniform transforms only (eCannotScaleNonUniformly); a reflection turns the normal over.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+  void subAddedToDatabase() override;
+
+ protected:
+  AcDbText(const AcDbText&) = default;
+  AcDbText& operator=(const AcDbText&) = default;
+
+ private:
+  std::wstring mText;
+  AcGePoint3d mPosition, mAlignment;
+  AcGeVector3d mNormal{0, 0, 1};
+  AcDbObjectId mStyle;
+  double mHeight = 0.0;
+  double mRotation = 0.0;
+  double mWidthFactor = 1.0;
+  double mOblique = 0.0;
+  double mThickness = 0.0;
+  AcDb::TextHorzMode mHorz = AcDb::kTextLeft;
+  AcDb::TextVertMode mVert = AcDb::kTextBase;
+  bool mMirrorX = false;
+  bool mMirrorY = false;
+};

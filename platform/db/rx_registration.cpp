@@ -36,6 +36,7 @@ void registerHostClasses() {
   add(AcDbObjectIterator::gpDesc, L"AcDbObjectIterator", rx);
   add(AcDbPoint::gpDesc, L"AcDbPoint", ent, make<AcDbPoint>, L"POINT");
   add(AcDbBlockReference::gpDesc, L"AcDbBlockReference", ent, make<AcDbBlockReference>, L"INSERT");
+  add(AcDbFace::gpDesc, L"AcDbFace", ent, make<AcDbFace>, L"3DFACE");
   add(AcDbText::gpDesc, L"AcDbText", ent, make<AcDbText>, L"TEXT");
   add(AcDbMText::gpDesc, L"AcDbMText", ent, make<AcDbMText>, L"MTEXT");
   AcRxClass* curve = add(AcDbCurve::gpDesc, L"AcDbCurve", ent);

@@ -524,3 +524,37 @@ class TDHOST_API AcDbText : public AcDbEntity {
   bool mMirrorX = false;
   bool mMirrorY = false;
 };
+
+// A 3D face: four world corners (a triangle repeats the third) and which edges are visible;
+// edge i runs from corner i to corner i+1 (the last back to corner 0).
+class TDHOST_API AcDbFace : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbFace);
+  AcDbFace();
+  AcDbFace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2, const AcGePoint3d& pt3,
+           bool e0vis = true, bool e1vis = true, bool e2vis = true, bool e3vis = true);
+  AcDbFace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2, bool e0vis = true,
+           bool e1vis = true, bool e2vis = true, bool e3vis = true);
+  ~AcDbFace() override;
+  TDHOST_DECLARE_COPYABLE(AcDbFace)
+
+  // eInvalidIndex for an index above 3.
+  Acad::ErrorStatus getVertexAt(Adesk::UInt16 index, AcGePoint3d& pt) const;
+  Acad::ErrorStatus setVertexAt(Adesk::UInt16 index, const AcGePoint3d& pt);
+  Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, bool& visible) const;
+  Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);
+  Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
+
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+
+ protected:
+  AcDbFace(const AcDbFace&) = default;
+  AcDbFace& operator=(const AcDbFace&) = default;
+
+ private:
+  AcGePoint3d mPts[4];
+  bool mVisible[4] = {true, true, true, true};
+};

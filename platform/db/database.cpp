@@ -44,6 +44,7 @@ AcDbStub* DatabaseImpl::adopt(std::unique_ptr<AcDbObject> obj) {
   ++openCount;
   ++liveObjects;
   undo->recordCreated(stub);
+  stub->object->subAddedToDatabase();
   return stub;
 }
 

@@ -144,10 +144,15 @@ Acad::ErrorStatus AcDbObject::erase(bool erasing) {
     return Acad::eNotOpenForWrite;
   }
   if (erasing == mErased) return erasing ? Acad::eWasErased : Acad::eWasNotErased;
+  if (Acad::ErrorStatus es = subErase(erasing); es != Acad::eOk) return es;
   mStub->database->impl().undo->recordErased(mStub, erasing);
   mErased = erasing;
   return Acad::eOk;
 }
+
+Acad::ErrorStatus AcDbObject::subErase(bool) { return Acad::eOk; }
+
+void AcDbObject::subAddedToDatabase() {}
 
 void AcDbObject::subOwnedIds(AcDbObjectIdArray& ids) const {
   if (!mExtDictId.isNull()) ids.append(mExtDictId);

@@ -3,6 +3,7 @@
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbgroup.h"
+#include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
@@ -35,11 +36,20 @@ void registerHostClasses() {
   AcRxClass* ent = add(AcDbEntity::gpDesc, L"AcDbEntity", obj);
   add(AcDbObjectIterator::gpDesc, L"AcDbObjectIterator", rx);
   add(AcDbPoint::gpDesc, L"AcDbPoint", ent, make<AcDbPoint>, L"POINT");
+  add(AcDbBlockReference::gpDesc, L"AcDbBlockReference", ent, make<AcDbBlockReference>, L"INSERT");
+  add(AcDbFace::gpDesc, L"AcDbFace", ent, make<AcDbFace>, L"3DFACE");
+  add(AcDbText::gpDesc, L"AcDbText", ent, make<AcDbText>, L"TEXT");
+  add(AcDbMText::gpDesc, L"AcDbMText", ent, make<AcDbMText>, L"MTEXT");
   AcRxClass* curve = add(AcDbCurve::gpDesc, L"AcDbCurve", ent);
   add(AcDbLine::gpDesc, L"AcDbLine", curve, make<AcDbLine>, L"LINE");
   add(AcDbCircle::gpDesc, L"AcDbCircle", curve, make<AcDbCircle>, L"CIRCLE");
   add(AcDbArc::gpDesc, L"AcDbArc", curve, make<AcDbArc>, L"ARC");
   add(AcDbPolyline::gpDesc, L"AcDbPolyline", curve, make<AcDbPolyline>, L"LWPOLYLINE");
+  add(AcDb2dPolyline::gpDesc, L"AcDb2dPolyline", curve, make<AcDb2dPolyline>, L"POLYLINE");
+  add(AcDb3dPolyline::gpDesc, L"AcDb3dPolyline", curve, make<AcDb3dPolyline>, L"POLYLINE");
+  AcRxClass* vertex = add(AcDbVertex::gpDesc, L"AcDbVertex", ent);
+  add(AcDb2dVertex::gpDesc, L"AcDb2dVertex", vertex, make<AcDb2dVertex>, L"VERTEX");
+  add(AcDb3dPolylineVertex::gpDesc, L"AcDb3dPolylineVertex", vertex, make<AcDb3dPolylineVertex>, L"VERTEX");
   add(AcDbDictionary::gpDesc, L"AcDbDictionary", obj, make<AcDbDictionary>, L"DICTIONARY");
   add(AcDbXrecord::gpDesc, L"AcDbXrecord", obj, make<AcDbXrecord>, L"XRECORD");
   add(AcDbGroup::gpDesc, L"AcDbGroup", obj, make<AcDbGroup>, L"GROUP");

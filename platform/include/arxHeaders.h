@@ -21,6 +21,7 @@
 #include "dbid.h"
 #include "dbidar.h"
 #include "dbidmap.h"
+#include "dbmtext.h"
 #include "dbmain.h"
 #include "dbpl.h"
 #include "dbsymtb.h"

@@ -105,6 +105,10 @@ class TDHOST_API AcDbObject : public AcRxObject {
   // the ids it refers to after a clone.
   virtual void subOwnedIds(AcDbObjectIdArray& ids) const;
   virtual void subTranslateIds(const AcDbIdMapping& idMap);
+  // Host hooks: erase(erasing) asks this first (a failure stops the erase), so an owner can
+  // pass the change to what it owns; an object just added to a database adds what it holds.
+  virtual Acad::ErrorStatus subErase(bool erasing);
+  virtual void subAddedToDatabase();
 
  protected:
   AcDbObject();

@@ -61,44 +61,25 @@ void AcDbBlockTableRecord::subTranslateIds(const AcDbIdMapping& idMap) {
 
 AcDbBlockTableRecordIterator::~AcDbBlockTableRecordIterator() = default;
 
-void AcDbBlockTableRecordIterator::skip(bool forward, bool skipDeleted) {
-  while (!done() && skipDeleted && mIds[static_cast<size_t>(mPos)].isErased()) mPos += forward ? 1 : -1;
-}
-
 void AcDbBlockTableRecordIterator::start(bool atBeginning, bool skipDeleted) {
-  mPos = atBeginning ? 0 : static_cast<long>(mIds.size()) - 1;
-  skip(atBeginning, skipDeleted);
+  mCursor.start(atBeginning, skipDeleted);
 }
 
-bool AcDbBlockTableRecordIterator::done() const { return mPos < 0 || mPos >= static_cast<long>(mIds.size()); }
+bool AcDbBlockTableRecordIterator::done() const { return mCursor.done(); }
 
-void AcDbBlockTableRecordIterator::step(bool forward, bool skipDeleted) {
-  if (done()) return;
-  mPos += forward ? 1 : -1;
-  skip(forward, skipDeleted);
-}
+void AcDbBlockTableRecordIterator::step(bool forward, bool skipDeleted) { mCursor.step(forward, skipDeleted); }
 
-Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& entityId) const {
-  if (done()) return Acad::eIteratorDone;
-  entityId = mIds[static_cast<size_t>(mPos)];
-  return Acad::eOk;
-}
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& id) const { return mCursor.current(id); }
 
-Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& entity, AcDb::OpenMode openMode,
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& object, AcDb::OpenMode openMode,
                                                           bool openErased) const {
-  entity = nullptr;
-  if (done()) return Acad::eIteratorDone;
-  return acdbOpenAcDbEntity(entity, mIds[static_cast<size_t>(mPos)], openMode, openErased);
+  object = nullptr;
+  AcDbObjectId id;
+  if (const Acad::ErrorStatus es = mCursor.current(id); es != Acad::eOk) return es;
+  return acdbOpenAcDbEntity(object, id, openMode, openErased);
 }
 
-Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(AcDbObjectId id) {
-  for (size_t i = 0; i < mIds.size(); ++i)
-    if (mIds[i] == id) {
-      mPos = static_cast<long>(i);
-      return Acad::eOk;
-    }
-  return Acad::eKeyNotFound;
-}
+Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(AcDbObjectId id) { return mCursor.seek(id); }
 
 Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(const AcDbEntity* entity) {
   return entity ? seek(entity->objectId()) : Acad::eNullEntityPointer;

@@ -150,44 +150,23 @@ void AcDbSymbolTable::subOwnedIds(AcDbObjectIdArray& ids) const {
 
 AcDbSymbolTableIterator::~AcDbSymbolTableIterator() = default;
 
-void AcDbSymbolTableIterator::skip(bool forward, bool skipDeleted) {
-  while (!done() && skipDeleted && mIds[static_cast<size_t>(mPos)].isErased()) mPos += forward ? 1 : -1;
-}
+void AcDbSymbolTableIterator::start(bool atBeginning, bool skipDeleted) { mCursor.start(atBeginning, skipDeleted); }
 
-void AcDbSymbolTableIterator::start(bool atBeginning, bool skipDeleted) {
-  mPos = atBeginning ? 0 : static_cast<long>(mIds.size()) - 1;
-  skip(atBeginning, skipDeleted);
-}
+bool AcDbSymbolTableIterator::done() const { return mCursor.done(); }
 
-bool AcDbSymbolTableIterator::done() const { return mPos < 0 || mPos >= static_cast<long>(mIds.size()); }
+void AcDbSymbolTableIterator::step(bool forward, bool skipDeleted) { mCursor.step(forward, skipDeleted); }
 
-void AcDbSymbolTableIterator::step(bool forward, bool skipDeleted) {
-  if (done()) return;
-  mPos += forward ? 1 : -1;
-  skip(forward, skipDeleted);
-}
+Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& id) const { return mCursor.current(id); }
 
-Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& id) const {
-  if (done()) return Acad::eIteratorDone;
-  id = mIds[static_cast<size_t>(mPos)];
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbSymbolTableIterator::getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode openMode,
+Acad::ErrorStatus AcDbSymbolTableIterator::getRecord(AcDbSymbolTableRecord*& object, AcDb::OpenMode openMode,
                                                      bool openErased) const {
-  record = nullptr;
-  if (done()) return Acad::eIteratorDone;
-  return acdbOpenObject(record, mIds[static_cast<size_t>(mPos)], openMode, openErased);
+  object = nullptr;
+  AcDbObjectId id;
+  if (const Acad::ErrorStatus es = mCursor.current(id); es != Acad::eOk) return es;
+  return acdbOpenObject(object, id, openMode, openErased);
 }
 
-Acad::ErrorStatus AcDbSymbolTableIterator::seek(AcDbObjectId id) {
-  for (size_t i = 0; i < mIds.size(); ++i)
-    if (mIds[i] == id) {
-      mPos = static_cast<long>(i);
-      return Acad::eOk;
-    }
-  return Acad::eKeyNotFound;
-}
+Acad::ErrorStatus AcDbSymbolTableIterator::seek(AcDbObjectId id) { return mCursor.seek(id); }
 
 Acad::ErrorStatus AcDbSymbolTableIterator::seek(const AcDbSymbolTableRecord* record) {
   return record ? seek(record->objectId()) : Acad::eNullObjectPointer;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "tdhost/id_cursor.h"
 #include "cmcolor.h"
 #include "dbmain.h"
 #include "gepnt2d.h"
@@ -103,10 +104,8 @@ class TDHOST_API AcDbSymbolTableIterator {
 
  protected:
   friend class AcDbSymbolTable;
-  explicit AcDbSymbolTableIterator(std::vector<AcDbObjectId> ids) : mIds(std::move(ids)) {}
-  void skip(bool forward, bool skipDeleted);
-  std::vector<AcDbObjectId> mIds;
-  long mPos = 0;
+  explicit AcDbSymbolTableIterator(std::vector<AcDbObjectId> ids) : mCursor(std::move(ids)) {}
+  tdhost::IdCursor mCursor;
 };
 
 // Typed overloads of a table kind, as the SDK declares them on each table class.
@@ -210,10 +209,8 @@ class TDHOST_API AcDbBlockTableRecordIterator {
 
  private:
   friend class AcDbBlockTableRecord;
-  explicit AcDbBlockTableRecordIterator(std::vector<AcDbObjectId> ids) : mIds(std::move(ids)) {}
-  void skip(bool forward, bool skipDeleted);
-  std::vector<AcDbObjectId> mIds;
-  long mPos = 0;
+  explicit AcDbBlockTableRecordIterator(std::vector<AcDbObjectId> ids) : mCursor(std::move(ids)) {}
+  tdhost::IdCursor mCursor;
 };
 
 class TDHOST_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {

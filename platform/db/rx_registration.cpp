@@ -1,4 +1,5 @@
 // The one place where the host's runtime classes are registered, parent before child.
+#include "acdocman.h"
 #include "dbapserv.h"
 #include "dbdict.h"
 #include "dbents.h"
@@ -32,6 +33,9 @@ void registerHostClasses() {
   AcRxClass* rx = add(AcRxObject::gpDesc, L"AcRxObject", nullptr);
   add(AcDbHostApplicationServices::gpDesc, L"AcDbHostApplicationServices", rx);
   add(AcDbDatabase::gpDesc, L"AcDbDatabase", rx);
+  add(AcApDocument::gpDesc, L"AcApDocument", rx);
+  add(AcApDocumentIterator::gpDesc, L"AcApDocumentIterator", rx);
+  add(AcApDocManager::gpDesc, L"AcApDocManager", rx);
   AcRxClass* obj = add(AcDbObject::gpDesc, L"AcDbObject", rx);
   AcRxClass* ent = add(AcDbEntity::gpDesc, L"AcDbEntity", obj);
   add(AcDbObjectIterator::gpDesc, L"AcDbObjectIterator", rx);

@@ -1,9 +1,11 @@
 // Umbrella header: everything of the host SDK surface the platform implements.
 #pragma once
 
+#include "AcApDocLockmode.h"
 #include "acadstrc.h"
 #include "acarray.h"
 #include "acdb.h"
+#include "acdocman.h"
 #include "acedads.h"
 #include "acestext.h"
 #include "acutads.h"

@@ -1,0 +1,15 @@
+// Document lock modes of the document manager (bit values as published by the SDK).
+#pragma once
+
+struct AcAp {
+  enum DocLockMode {
+    kNone = 0x00,
+    kAutoWrite = 0x01,
+    kNotLocked = 0x02,
+    kWrite = 0x04,
+    // Shares kWrite's bit, so (mode & kWrite) also holds for it.
+    kProtectedAutoWrite = 0x14,
+    kRead = 0x20,
+    kXWrite = 0x40
+  };
+};

@@ -2,7 +2,10 @@
 // text of the save in progress.
 #include "dxf/dxf_filer.h"
 
+#include <memory>
+
 #include "adsdef.h"
+#include "dbents.h"
 #include "dbsymtb.h"
 #include "dxf/dxf_model.h"
 #include "dxf/dxf_out.h"
@@ -102,7 +105,33 @@ class OutFiler : public AcDbDxfFiler {
 
 }  // namespace
 
-void writeModelledEntity(Out& out, AcDbEntity& ent) {
+namespace {
+
+// The owned vertices of an old-style polyline, in order, skipping erased ones.
+std::vector<AcDbEntity*> ownedVertices(const AcDbEntity& ent) {
+  std::unique_ptr<AcDbObjectIterator> it;
+  if (const auto* p2 = AcDb2dPolyline::cast(&ent)) it.reset(p2->vertexIterator());
+  else if (const auto* p3 = AcDb3dPolyline::cast(&ent)) it.reset(p3->vertexIterator());
+  std::vector<AcDbEntity*> out;
+  if (!it) return out;
+  for (it->start(); !it->done(); it->step()) {
+    AcDbEntity* v = it->entity();
+    if (v == nullptr) v = AcDbEntity::cast(peek(it->objectId()));
+    if (v != nullptr && !v->isErased()) out.push_back(v);
+  }
+  return out;
+}
+
+std::string layerOf(const AcDbEntity& ent) {
+  auto* layer = AcDbSymbolTableRecord::cast(peek(ent.layerId()));
+  return layer ? narrow(layer->nameText()) : "0";
+}
+
+}  // namespace
+
+bool hasSeqEnd(const AcDbEntity& ent) { return AcDb2dPolyline::cast(&ent) || AcDb3dPolyline::cast(&ent); }
+
+void writeModelledEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   const ACHAR* dxfName = ent.isA()->dxfName();
   // A class without a DXF name has no file form; other programs could not read it.
   if (dxfName == nullptr || *dxfName == 0) return;
@@ -110,18 +139,30 @@ void writeModelledEntity(Out& out, AcDbEntity& ent) {
   std::size_t rest = 0;
   writeStart(out, narrow(dxfName), ent, none, rest);
   out.w.string(100, "AcDbEntity");
-  auto* layer = AcDbSymbolTableRecord::cast(peek(ent.layerId()));
-  out.text(8, layer ? narrow(layer->nameText()) : "0");
+  out.text(8, layerOf(ent));
   if (ent.colorIndex() != AcDb::kByLayer) out.w.integer(62, ent.colorIndex());
   if (ent.visibility() == AcDb::kInvisible) out.w.integer(60, 1);
   // The fields are read through the object's own getters, which want a read open, as when
   // the host saves; an object someone holds open for write is written as it stands.
   AcDbEntity* reader = nullptr;
-  const bool opened = acdbOpenAcDbEntity(reader, ent.objectId(), AcDb::kForRead) == Acad::eOk;
+  const bool opened = !ent.objectId().isNull() &&
+                      acdbOpenAcDbEntity(reader, ent.objectId(), AcDb::kForRead) == Acad::eOk;
   OutFiler filer(out, ent.database());
   ent.dxfOutFields(&filer);
   if (opened) reader->close();
   writeXData(out, ent);
+  if (!hasSeqEnd(ent)) return;
+  // Old-style polylines: each owned vertex as its own record, closed by a SEQEND.
+  for (AcDbEntity* v : ownedVertices(ent)) writeModelledEntity(out, *v, state);
+  AcDbHandle seqEnd;
+  if (state != nullptr)
+    if (auto it = state->seqEnds.find(ent.objectId()); it != state->seqEnds.end()) seqEnd = it->second;
+  out.w.string(0, "SEQEND");
+  out.w.string(5, handleText(seqEnd));
+  AcDbStub* self = ent.objectId();
+  out.w.string(330, self ? handleText(self->handle) : "0");
+  out.w.string(100, "AcDbEntity");
+  out.text(8, layerOf(ent));
 }
 
 }  // namespace tdhost::dxf

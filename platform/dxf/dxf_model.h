@@ -37,6 +37,7 @@ struct DxfState {
   };
   std::unordered_map<const AcDbStub*, BlockEnds> blocks;  // by block table record
   std::vector<AcDbObjectId> objectOrder;                 // the OBJECTS section as read
+  std::unordered_map<const AcDbStub*, AcDbHandle> seqEnds;  // by old-style polyline
 };
 
 DxfState& stateOf(AcDbDatabase& db);

@@ -149,7 +149,7 @@ void commonOverrides(const AcDbEntity& ent, const std::vector<RawTag>& tags, std
 
 }  // namespace
 
-void writeEntity(Out& out, AcDbEntity& ent, DxfState*) {
+void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   if (auto* generic = AcDbUnmodelledEntity::cast(&ent)) {
     const RawContent& c = generic->content();
     std::size_t rest = 0;
@@ -169,7 +169,7 @@ void writeEntity(Out& out, AcDbEntity& ent, DxfState*) {
     }
     return;
   }
-  writeModelledEntity(out, ent);
+  writeModelledEntity(out, ent, state);
 }
 
 namespace {
@@ -198,6 +198,13 @@ void reserveBlockHandles(AcDbDatabase& db) {
     DxfState::BlockEnds& ends = state.blocks[id];
     if (ends.begin.handle.isNull()) ends.begin.handle = db.impl().newStub()->handle;
     if (ends.end.handle.isNull()) ends.end.handle = db.impl().newStub()->handle;
+    // SEQEND records of modelled polylines keep one handle from save to save.
+    for (AcDbObjectId e : AcDbBlockTableRecord::cast(peek(id))->entityIds()) {
+      const auto* ent = AcDbEntity::cast(peek(e));
+      if (ent == nullptr || !hasSeqEnd(*ent)) continue;
+      AcDbHandle& h = state.seqEnds[e];
+      if (h.isNull()) h = db.impl().newStub()->handle;
+    }
   }
 }
 

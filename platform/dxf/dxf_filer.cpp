@@ -103,7 +103,102 @@ class OutFiler : public AcDbDxfFiler {
   Acad::ErrorStatus mStatus = Acad::eOk;
 };
 
+
+// Reads over the kept tags of a loaded record; points come as one item from their x, y
+// and z codes, strings as host strings the filer owns.
+class InFiler : public AcDbDxfFiler {
+ public:
+  InFiler(const std::vector<RawTag>& tags, AcDbDatabase* db) : mTags(tags), mDb(db) {}
+
+  Acad::ErrorStatus filerStatus() const override { return mStatus; }
+  AcDb::FilerType filerType() const override { return AcDb::kFileFiler; }
+  void setFilerStatus(Acad::ErrorStatus s) override { mStatus = s; }
+  void resetFilerStatus() override { mStatus = Acad::eOk; }
+  AcDbDatabase* database() const override { return mDb; }
+  Acad::ErrorStatus dwgVersion(AcDb::AcDbDwgVersion& v, AcDb::MaintenanceReleaseVersion& r) const override {
+    v = AcDb::kDHL_1032;
+    r = AcDb::kMRelease0;
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus readItem(resbuf* item) override {
+    if (item == nullptr) return Acad::eNullObjectPointer;
+    if (mPos >= mTags.size()) return Acad::eEndOfObject;
+    mLast = mPos;
+    const RawTag& t = mTags[mPos++];
+    *item = resbuf{};
+    item->restype = static_cast<short>(t.code);
+    if (isPointCode(t.code)) {
+      item->resval.rpoint[0] = toDouble(t.value);
+      for (int k = 1; k < 3 && mPos < mTags.size() && mTags[mPos].code == t.code + 10 * k; ++k)
+        item->resval.rpoint[k] = toDouble(mTags[mPos++].value);
+      return Acad::eOk;
+    }
+    switch (valueKindOf(t.code)) {
+      case ValueKind::Double: item->resval.rreal = toDouble(t.value); break;
+      case ValueKind::Int16: case ValueKind::Bool:
+        item->resval.rint = static_cast<short>(toInteger(t.value));
+        break;
+      case ValueKind::Int32: item->resval.rlong = static_cast<Adesk::Int32>(toInteger(t.value)); break;
+      case ValueKind::Int64: item->resval.mnInt64 = toInteger(t.value); break;
+      default:
+        mString = widen(t.value);
+        item->resval.rstring = mString.data();
+        break;
+    }
+    return Acad::eOk;
+  }
+  void pushBackItem() override { mPos = mLast; }
+  bool atEOF() override { return mPos >= mTags.size(); }
+  bool atEndOfObject() override { return mPos >= mTags.size(); }
+  bool atSubclassData(const ACHAR* name) override {
+    if (mPos < mTags.size() && mTags[mPos].code == 100 && name != nullptr && widen(mTags[mPos].value) == name) {
+      mLast = mPos++;
+      return true;
+    }
+    return false;
+  }
+  bool atExtendedData() override { return mPos < mTags.size() && mTags[mPos].code >= 1000; }
+
+  Acad::ErrorStatus writeItem(const resbuf&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeObjectId(AcDb::DxfCode, const AcDbObjectId&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeString(AcDb::DxfCode, const ACHAR*) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeBChunk(AcDb::DxfCode, const ads_binary&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeAcDbHandle(AcDb::DxfCode, const AcDbHandle&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeInt64(AcDb::DxfCode, Adesk::Int64) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeInt32(AcDb::DxfCode, Adesk::Int32) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeInt16(AcDb::DxfCode, Adesk::Int16) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeBoolean(AcDb::DxfCode, Adesk::Boolean) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeDouble(AcDb::DxfCode, double, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writePoint2d(AcDb::DxfCode, const AcGePoint2d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writePoint3d(AcDb::DxfCode, const AcGePoint3d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeVector2d(AcDb::DxfCode, const AcGeVector2d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeVector3d(AcDb::DxfCode, const AcGeVector3d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeScale3d(AcDb::DxfCode, const AcGeScale3d&, int) override { return Acad::eNotApplicable; }
+
+ private:
+  static bool isPointCode(int code) {
+    return (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 || (code >= 1010 && code <= 1013);
+  }
+  const std::vector<RawTag>& mTags;
+  AcDbDatabase* mDb;
+  std::size_t mPos = 0, mLast = 0;
+  std::wstring mString;
+  Acad::ErrorStatus mStatus = Acad::eOk;
+};
+
 }  // namespace
+
+Acad::ErrorStatus readFields(AcDbObject& obj, const std::vector<RawTag>& tags, AcDbDatabase* db) {
+  InFiler filer(tags, db);
+  return obj.dxfInFields(&filer);
+}
+
+std::string fieldsText(const AcDbObject& obj, const SaveOptions& options) {
+  Out out{TagWriter(), options};
+  OutFiler filer(out, obj.database());
+  obj.dxfOutFields(&filer);
+  return std::move(out.w.text());
+}
 
 namespace {
 

@@ -20,6 +20,8 @@ std::string saveDxfText(AcDbDatabase& db, const SaveOptions& options);
 
 // An entity of a modelled class: common fields, then its dxfOutFields through a filer.
 void writeModelledEntity(Out& out, AcDbEntity& ent, DxfState* state);
+// What the entity's dxfOutFields writes (UTF-8), read through a read open when resident.
+std::string openedFieldsText(AcDbEntity& ent);
 // Whether the entity is followed by owned records and a SEQEND (old-style polylines).
 bool hasSeqEnd(const AcDbEntity& ent);
 

@@ -31,6 +31,7 @@ class TDHOST_API AcDbLine : public AcDbCurve {
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -78,6 +79,7 @@ class TDHOST_API AcDbArc : public AcDbCurve {
   Acad::ErrorStatus setThickness(double thickness);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -121,6 +123,7 @@ class TDHOST_API AcDbCircle : public AcDbCurve {
   double diameter() const { return 2.0 * mRadius; }
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -159,6 +162,7 @@ class TDHOST_API AcDbPoint : public AcDbEntity {
   Acad::ErrorStatus setEcsRotation(double rotation);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;

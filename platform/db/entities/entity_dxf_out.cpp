@@ -2,6 +2,7 @@
 // fields. Centres of circles and arcs are in the entity's object coordinate system.
 #include <cmath>
 
+#include "adsdef.h"
 #include "dbents.h"
 #include "dbfiler.h"
 #include "dbmtext.h"
@@ -244,4 +245,98 @@ Acad::ErrorStatus AcDb3dPolylineVertex::dxfOutFields(AcDbDxfFiler* filer) const 
   if (vertexType() == AcDb::k3dControlVertex) flags |= 16;
   filer->writeInt16(code(70), flags);
   return filer->filerStatus();
+}
+
+// Reading: each class takes the codes it holds and leaves the rest to the reader, which keeps
+// them. Points in the object coordinate system are turned back into world points.
+namespace {
+
+constexpr double kDegToRad = 3.141592653589793 / 180.0;
+
+AcGePoint3d objectToWorld(const AcGePoint3d& p, const AcGeVector3d& normal) {
+  if (isWorldZ(normal)) return p;
+  const AcGeVector3d n = normal.normal();
+  constexpr double kLimit = 1.0 / 64.0;
+  const AcGeVector3d ax =
+      (std::fabs(n.x) < kLimit && std::fabs(n.y) < kLimit ? AcGeVector3d::kYAxis : AcGeVector3d::kZAxis)
+          .crossProduct(n)
+          .normal();
+  const AcGeVector3d ay = n.crossProduct(ax).normal();
+  return AcGePoint3d::kOrigin + ax * p.x + ay * p.y + n * p.z;
+}
+
+AcGePoint3d pointOf(const resbuf& rb) { return {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}; }
+
+// A usable extrusion direction: a zero or non-finite one reads as world z.
+AcGeVector3d normalOf(const resbuf& rb) {
+  const AcGeVector3d v(rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]);
+  const double len = v.length();
+  if (!(len > 1e-12) || !std::isfinite(len)) return AcGeVector3d::kZAxis;
+  return v;
+}
+
+template <class F>
+Acad::ErrorStatus readAll(AcDbDxfFiler* filer, F take) {
+  if (filer == nullptr) return Acad::eNullObjectPointer;
+  resbuf rb{};
+  while (filer->readItem(&rb) == Acad::eOk) take(rb);
+  return Acad::eOk;
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbLine::dxfInFields(AcDbDxfFiler* filer) {
+  return readAll(filer, [this](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: mStart = pointOf(rb); break;
+      case 11: mEnd = pointOf(rb); break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+}
+
+Acad::ErrorStatus AcDbCircle::dxfInFields(AcDbDxfFiler* filer) {
+  AcGePoint3d ocsCenter;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: ocsCenter = pointOf(rb); break;
+      case 40: mRadius = rb.resval.rreal; break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+  mCenter = objectToWorld(ocsCenter, mNormal);
+  return es;
+}
+
+Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
+  AcGePoint3d ocsCenter;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: ocsCenter = pointOf(rb); break;
+      case 40: mRadius = rb.resval.rreal; break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 50: mStartAngle = rb.resval.rreal * kDegToRad; break;
+      case 51: mEndAngle = rb.resval.rreal * kDegToRad; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+  mCenter = objectToWorld(ocsCenter, mNormal);
+  return es;
+}
+
+Acad::ErrorStatus AcDbPoint::dxfInFields(AcDbDxfFiler* filer) {
+  return readAll(filer, [this](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: mPosition = pointOf(rb); break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 50: mEcsRotation = rb.resval.rreal * kDegToRad; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
 }

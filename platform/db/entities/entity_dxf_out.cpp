@@ -86,7 +86,7 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
   if (const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer); es != Acad::eOk) return es;
   filer->writeString(code(100), L"AcDbPolyline");
   filer->writeInt32(code(90), static_cast<Adesk::Int32>(numVerts()));
-  filer->writeInt16(code(70), isClosed() ? 1 : 0);
+  filer->writeInt16(code(70), static_cast<Adesk::Int16>((isClosed() ? 1 : 0) | (hasPlinegen() ? 128 : 0)));
   double constantWidth = 0.0;
   const bool constant = getConstantWidth(constantWidth) == Acad::eOk;
   if (constant) filer->writeDouble(code(43), constantWidth);

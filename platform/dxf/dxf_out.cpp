@@ -179,7 +179,8 @@ const std::vector<int>& heldCodes(std::string_view subclass) {
       {"AcDbCircle", {39, 10, 20, 30, 40, 210, 220, 230}},
       {"AcDbArc", {50, 51}},
       {"AcDbPoint", {10, 20, 30, 39, 50, 210, 220, 230}},
-      {"AcDbPolyline", {90, 70, 43, 38, 39, 10, 20, 40, 41, 42, 210, 220, 230}}};
+      {"AcDbPolyline", {90, 70, 43, 38, 39, 10, 20, 40, 41, 42, 210, 220, 230}},
+      {"AcDbFace", {10, 20, 30, 11, 21, 31, 12, 22, 32, 13, 23, 33, 70}}};
   for (const auto& [name, codes] : table)
     if (name == subclass) return codes;
   return none;

@@ -560,6 +560,7 @@ class TDHOST_API AcDbFace : public AcDbEntity {
   Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;

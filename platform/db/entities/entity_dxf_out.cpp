@@ -340,3 +340,18 @@ Acad::ErrorStatus AcDbPoint::dxfInFields(AcDbDxfFiler* filer) {
     }
   });
 }
+
+Acad::ErrorStatus AcDbFace::dxfInFields(AcDbDxfFiler* filer) {
+  bool fourth = false;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    if (rb.restype >= 10 && rb.restype <= 13) {
+      mPts[rb.restype - 10] = pointOf(rb);
+      fourth = fourth || rb.restype == 13;
+    } else if (rb.restype == 70) {
+      for (int i = 0; i < 4; ++i) mVisible[i] = (rb.resval.rint & (1 << i)) == 0;
+    }
+  });
+  // A triangle written without its fourth corner repeats the third.
+  if (!fourth) mPts[3] = mPts[2];
+  return es;
+}

@@ -208,3 +208,26 @@ TEST_F(EntitiesIn, ArcInTiltedPlaneReadsItsCentreBackToWorld) {
   EXPECT_NEAR(read->endAngle(), 2.0, 1e-14);
   read->close();
 }
+
+TEST_F(EntitiesIn, FaceWithoutFourthCornerIsATriangleWithItsHiddenEdges) {
+  // R12 style: no subclass markers, no 13 corner, edges 0 and 2 hidden (1 + 4).
+  const std::string text =
+      "  0\nSECTION\n  2\nENTITIES\n  0\n3DFACE\n  8\nTIN\n 10\n0\n 20\n0\n 30\n1\n 11\n6\n 21\n0\n 31\n2\n"
+      " 12\n0\n 22\n8\n 32\n3\n 70\n5\n  0\nENDSEC\n  0\nEOF\n";
+  ASSERT_EQ(tdhost::readDxfText(*db, text, "face.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  const auto ids = modelSpaceIds(db.get());
+  ASSERT_EQ(ids.size(), 1u);
+  AcDbFace* face = nullptr;
+  ASSERT_EQ(acdbOpenObject(face, ids[0], AcDb::kForRead), Acad::eOk);
+  const AcGePoint3d expected[4] = {{0, 0, 1}, {6, 0, 2}, {0, 8, 3}, {0, 8, 3}};
+  const bool visible[4] = {false, true, false, true};
+  for (Adesk::UInt16 i = 0; i < 4; ++i) {
+    AcGePoint3d p;
+    bool v = true;
+    EXPECT_EQ(face->getVertexAt(i, p), Acad::eOk);
+    EXPECT_EQ(p, expected[i]) << i;
+    EXPECT_EQ(face->isEdgeVisibleAt(i, v), Acad::eOk);
+    EXPECT_EQ(v, visible[i]) << i;
+  }
+  face->close();
+}

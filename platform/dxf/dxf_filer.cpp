@@ -2,7 +2,10 @@
 // text of the save in progress.
 #include "dxf/dxf_filer.h"
 
+#include <memory>
+
 #include "adsdef.h"
+#include "dbents.h"
 #include "dbsymtb.h"
 #include "dxf/dxf_model.h"
 #include "dxf/dxf_out.h"
@@ -100,9 +103,130 @@ class OutFiler : public AcDbDxfFiler {
   Acad::ErrorStatus mStatus = Acad::eOk;
 };
 
+
+// Reads over the kept tags of a loaded record; points come as one item from their x, y
+// and z codes, strings as host strings the filer owns.
+class InFiler : public AcDbDxfFiler {
+ public:
+  InFiler(const std::vector<RawTag>& tags, AcDbDatabase* db) : mTags(tags), mDb(db) {}
+
+  Acad::ErrorStatus filerStatus() const override { return mStatus; }
+  AcDb::FilerType filerType() const override { return AcDb::kFileFiler; }
+  void setFilerStatus(Acad::ErrorStatus s) override { mStatus = s; }
+  void resetFilerStatus() override { mStatus = Acad::eOk; }
+  AcDbDatabase* database() const override { return mDb; }
+  Acad::ErrorStatus dwgVersion(AcDb::AcDbDwgVersion& v, AcDb::MaintenanceReleaseVersion& r) const override {
+    v = AcDb::kDHL_1032;
+    r = AcDb::kMRelease0;
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus readItem(resbuf* item) override {
+    if (item == nullptr) return Acad::eNullObjectPointer;
+    if (mPos >= mTags.size()) return Acad::eEndOfObject;
+    mLast = mPos;
+    const RawTag& t = mTags[mPos++];
+    *item = resbuf{};
+    item->restype = static_cast<short>(t.code);
+    if (isPointCode(t.code)) {
+      item->resval.rpoint[0] = toDouble(t.value);
+      for (int k = 1; k < 3 && mPos < mTags.size() && mTags[mPos].code == t.code + 10 * k; ++k)
+        item->resval.rpoint[k] = toDouble(mTags[mPos++].value);
+      return Acad::eOk;
+    }
+    switch (valueKindOf(t.code)) {
+      case ValueKind::Double: item->resval.rreal = toDouble(t.value); break;
+      case ValueKind::Int16: case ValueKind::Bool:
+        item->resval.rint = static_cast<short>(toInteger(t.value));
+        break;
+      case ValueKind::Int32: item->resval.rlong = static_cast<Adesk::Int32>(toInteger(t.value)); break;
+      case ValueKind::Int64: item->resval.mnInt64 = toInteger(t.value); break;
+      default:
+        mString = widen(t.value);
+        item->resval.rstring = mString.data();
+        break;
+    }
+    return Acad::eOk;
+  }
+  void pushBackItem() override { mPos = mLast; }
+  bool atEOF() override { return mPos >= mTags.size(); }
+  bool atEndOfObject() override { return mPos >= mTags.size(); }
+  bool atSubclassData(const ACHAR* name) override {
+    if (mPos < mTags.size() && mTags[mPos].code == 100 && name != nullptr && widen(mTags[mPos].value) == name) {
+      mLast = mPos++;
+      return true;
+    }
+    return false;
+  }
+  bool atExtendedData() override { return mPos < mTags.size() && mTags[mPos].code >= 1000; }
+
+  Acad::ErrorStatus writeItem(const resbuf&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeObjectId(AcDb::DxfCode, const AcDbObjectId&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeString(AcDb::DxfCode, const ACHAR*) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeBChunk(AcDb::DxfCode, const ads_binary&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeAcDbHandle(AcDb::DxfCode, const AcDbHandle&) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeInt64(AcDb::DxfCode, Adesk::Int64) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeInt32(AcDb::DxfCode, Adesk::Int32) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeInt16(AcDb::DxfCode, Adesk::Int16) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeBoolean(AcDb::DxfCode, Adesk::Boolean) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeDouble(AcDb::DxfCode, double, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writePoint2d(AcDb::DxfCode, const AcGePoint2d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writePoint3d(AcDb::DxfCode, const AcGePoint3d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeVector2d(AcDb::DxfCode, const AcGeVector2d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeVector3d(AcDb::DxfCode, const AcGeVector3d&, int) override { return Acad::eNotApplicable; }
+  Acad::ErrorStatus writeScale3d(AcDb::DxfCode, const AcGeScale3d&, int) override { return Acad::eNotApplicable; }
+
+ private:
+  static bool isPointCode(int code) {
+    return (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 || (code >= 1010 && code <= 1013);
+  }
+  const std::vector<RawTag>& mTags;
+  AcDbDatabase* mDb;
+  std::size_t mPos = 0, mLast = 0;
+  std::wstring mString;
+  Acad::ErrorStatus mStatus = Acad::eOk;
+};
+
 }  // namespace
 
-void writeModelledEntity(Out& out, AcDbEntity& ent) {
+Acad::ErrorStatus readFields(AcDbObject& obj, const std::vector<RawTag>& tags, AcDbDatabase* db) {
+  InFiler filer(tags, db);
+  return obj.dxfInFields(&filer);
+}
+
+std::string fieldsText(const AcDbObject& obj, const SaveOptions& options) {
+  Out out{TagWriter(), options};
+  OutFiler filer(out, obj.database());
+  obj.dxfOutFields(&filer);
+  return std::move(out.w.text());
+}
+
+namespace {
+
+// The owned vertices of an old-style polyline, in order, skipping erased ones.
+std::vector<AcDbEntity*> ownedVertices(const AcDbEntity& ent) {
+  std::unique_ptr<AcDbObjectIterator> it;
+  if (const auto* p2 = AcDb2dPolyline::cast(&ent)) it.reset(p2->vertexIterator());
+  else if (const auto* p3 = AcDb3dPolyline::cast(&ent)) it.reset(p3->vertexIterator());
+  std::vector<AcDbEntity*> out;
+  if (!it) return out;
+  for (it->start(); !it->done(); it->step()) {
+    AcDbEntity* v = it->entity();
+    if (v == nullptr) v = AcDbEntity::cast(peek(it->objectId()));
+    if (v != nullptr && !v->isErased()) out.push_back(v);
+  }
+  return out;
+}
+
+std::string layerOf(const AcDbEntity& ent) {
+  auto* layer = AcDbSymbolTableRecord::cast(peek(ent.layerId()));
+  return layer ? narrow(layer->nameText()) : "0";
+}
+
+}  // namespace
+
+bool hasSeqEnd(const AcDbEntity& ent) { return AcDb2dPolyline::cast(&ent) || AcDb3dPolyline::cast(&ent); }
+
+void writeModelledEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   const ACHAR* dxfName = ent.isA()->dxfName();
   // A class without a DXF name has no file form; other programs could not read it.
   if (dxfName == nullptr || *dxfName == 0) return;
@@ -110,18 +234,30 @@ void writeModelledEntity(Out& out, AcDbEntity& ent) {
   std::size_t rest = 0;
   writeStart(out, narrow(dxfName), ent, none, rest);
   out.w.string(100, "AcDbEntity");
-  auto* layer = AcDbSymbolTableRecord::cast(peek(ent.layerId()));
-  out.text(8, layer ? narrow(layer->nameText()) : "0");
+  out.text(8, layerOf(ent));
   if (ent.colorIndex() != AcDb::kByLayer) out.w.integer(62, ent.colorIndex());
   if (ent.visibility() == AcDb::kInvisible) out.w.integer(60, 1);
   // The fields are read through the object's own getters, which want a read open, as when
   // the host saves; an object someone holds open for write is written as it stands.
   AcDbEntity* reader = nullptr;
-  const bool opened = acdbOpenAcDbEntity(reader, ent.objectId(), AcDb::kForRead) == Acad::eOk;
+  const bool opened = !ent.objectId().isNull() &&
+                      acdbOpenAcDbEntity(reader, ent.objectId(), AcDb::kForRead) == Acad::eOk;
   OutFiler filer(out, ent.database());
   ent.dxfOutFields(&filer);
   if (opened) reader->close();
   writeXData(out, ent);
+  if (!hasSeqEnd(ent)) return;
+  // Old-style polylines: each owned vertex as its own record, closed by a SEQEND.
+  for (AcDbEntity* v : ownedVertices(ent)) writeModelledEntity(out, *v, state);
+  AcDbHandle seqEnd;
+  if (state != nullptr)
+    if (auto it = state->seqEnds.find(ent.objectId()); it != state->seqEnds.end()) seqEnd = it->second;
+  out.w.string(0, "SEQEND");
+  out.w.string(5, handleText(seqEnd));
+  AcDbStub* self = ent.objectId();
+  out.w.string(330, self ? handleText(self->handle) : "0");
+  out.w.string(100, "AcDbEntity");
+  out.text(8, layerOf(ent));
 }
 
 }  // namespace tdhost::dxf

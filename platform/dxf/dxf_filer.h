@@ -2,3 +2,19 @@
 #pragma once
 
 #include "dbfiler.h"
+
+#include <string>
+#include <vector>
+
+#include "tdhost/unmodelled.h"
+
+namespace tdhost::dxf {
+
+struct SaveOptions;
+
+// Fills a modelled object from the tags of its record through its dxfInFields.
+Acad::ErrorStatus readFields(AcDbObject& obj, const std::vector<RawTag>& tags, AcDbDatabase* db);
+// The text dxfOutFields writes for the object: equal before and after means unchanged.
+std::string fieldsText(const AcDbObject& obj, const SaveOptions& options);
+
+}  // namespace tdhost::dxf

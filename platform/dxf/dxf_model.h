@@ -37,6 +37,14 @@ struct DxfState {
   };
   std::unordered_map<const AcDbStub*, BlockEnds> blocks;  // by block table record
   std::vector<AcDbObjectId> objectOrder;                 // the OBJECTS section as read
+  std::unordered_map<const AcDbStub*, AcDbHandle> seqEnds;  // by old-style polyline
+  // Entities read into modelled classes: the record as read and what dxfOutFields wrote then,
+  // so an unchanged entity is written back as read and a changed one keeps its other codes.
+  struct LoadedEntity {
+    RawContent content;
+    std::string fields;
+  };
+  std::unordered_map<const AcDbStub*, LoadedEntity> loaded;
 };
 
 DxfState& stateOf(AcDbDatabase& db);

@@ -11,6 +11,7 @@
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "dxf/code_page.h"
+#include "dxf/dxf_filer.h"
 #include "dxf/dxf_model.h"
 #include "object_access.h"
 
@@ -149,27 +150,91 @@ void commonOverrides(const AcDbEntity& ent, const std::vector<RawTag>& tags, std
 
 }  // namespace
 
-void writeEntity(Out& out, AcDbEntity& ent, DxfState*) {
-  if (auto* generic = AcDbUnmodelledEntity::cast(&ent)) {
-    const RawContent& c = generic->content();
-    std::size_t rest = 0;
-    writeStart(out, c.type, ent, c.tags, rest);
-    std::vector<Override> ov;
-    commonOverrides(ent, c.tags, ov);
-    // The layer goes after the AcDbEntity marker; R12 entities have none.
-    if (std::none_of(c.tags.begin(), c.tags.end(), [](const RawTag& t) { return t.code == 100; })) ov[0].anchor = 0;
-    writeWithOverrides(out, c.tags, rest, ov);
-    writeXData(out, ent);
-    const std::string owner = handleOf(ent.objectId());
-    for (const RawRecord& f : c.followers) {
-      out.w.string(0, f.type);
-      out.w.string(5, handleText(f.handle));
-      out.w.string(330, owner);
-      for (const RawTag& t : f.tags) out.text(t.code, t.value);
+namespace {
+
+void writeKeptEntity(Out& out, AcDbEntity& ent, const RawContent& c, std::vector<Override> ov) {
+  std::size_t rest = 0;
+  writeStart(out, c.type, ent, c.tags, rest);
+  const std::size_t layerAt = ov.size();
+  commonOverrides(ent, c.tags, ov);
+  // The layer goes after the AcDbEntity marker; R12 entities have none.
+  if (std::none_of(c.tags.begin(), c.tags.end(), [](const RawTag& t) { return t.code == 100; })) ov[layerAt].anchor = 0;
+  writeWithOverrides(out, c.tags, rest, ov);
+  writeXData(out, ent);
+  const std::string owner = handleOf(ent.objectId());
+  for (const RawRecord& f : c.followers) {
+    out.w.string(0, f.type);
+    out.w.string(5, handleText(f.handle));
+    out.w.string(330, owner);
+    for (const RawTag& t : f.tags) out.text(t.code, t.value);
+  }
+}
+
+// The codes each subclass record of a modelled class holds; a changed entity replaces these
+// in its kept tags and leaves the others where they stood.
+const std::vector<int>& heldCodes(std::string_view subclass) {
+  static const std::vector<int> none;
+  static const std::vector<std::pair<std::string_view, std::vector<int>>> table{
+      {"AcDbLine", {39, 10, 20, 30, 11, 21, 31, 210, 220, 230}},
+      {"AcDbCircle", {39, 10, 20, 30, 40, 210, 220, 230}},
+      {"AcDbArc", {50, 51}},
+      {"AcDbPoint", {10, 20, 30, 39, 50, 210, 220, 230}},
+      {"AcDbPolyline", {90, 70, 43, 38, 39, 10, 20, 40, 41, 42, 210, 220, 230}},
+      {"AcDbFace", {10, 20, 30, 11, 21, 31, 12, 22, 32, 13, 23, 33, 70}}};
+  for (const auto& [name, codes] : table)
+    if (name == subclass) return codes;
+  return none;
+}
+
+// Overrides from the text dxfOutFields writes: one per subclass record.
+std::vector<Override> fieldOverrides(const std::string& fields) {
+  std::vector<Override> ov;
+  std::size_t at = 0;
+  auto line = [&]() {
+    const std::size_t end = fields.find('\n', at);
+    std::string_view v(fields.data() + at, (end == std::string::npos ? fields.size() : end) - at);
+    at = end == std::string::npos ? fields.size() : end + 1;
+    return v;
+  };
+  while (at < fields.size()) {
+    const int code = static_cast<int>(toInteger(line()));
+    const std::string_view value = line();
+    if (code == 100) {
+      ov.push_back({heldCodes(value), {}, 100, false});
+      continue;
     }
+    if (ov.empty()) ov.push_back({{}, {}, 100, false});
+    ov.back().tags.emplace_back(code, std::string(value));
+    if (std::find(ov.back().codes.begin(), ov.back().codes.end(), code) == ov.back().codes.end())
+      ov.back().codes.push_back(code);
+  }
+  return ov;
+}
+
+}  // namespace
+
+std::string openedFieldsText(AcDbEntity& ent) {
+  static const SaveOptions plain;
+  AcDbEntity* reader = nullptr;
+  const bool opened =
+      !ent.objectId().isNull() && acdbOpenAcDbEntity(reader, ent.objectId(), AcDb::kForRead) == Acad::eOk;
+  std::string text = fieldsText(ent, plain);
+  if (opened) reader->close();
+  return text;
+}
+
+void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
+  if (auto* generic = AcDbUnmodelledEntity::cast(&ent)) {
+    writeKeptEntity(out, ent, generic->content(), {});
     return;
   }
-  writeModelledEntity(out, ent);
+  if (state != nullptr)
+    if (auto it = state->loaded.find(ent.objectId()); it != state->loaded.end()) {
+      const std::string now = openedFieldsText(ent);
+      writeKeptEntity(out, ent, it->second.content, now == it->second.fields ? std::vector<Override>{} : fieldOverrides(now));
+      return;
+    }
+  writeModelledEntity(out, ent, state);
 }
 
 namespace {
@@ -198,6 +263,13 @@ void reserveBlockHandles(AcDbDatabase& db) {
     DxfState::BlockEnds& ends = state.blocks[id];
     if (ends.begin.handle.isNull()) ends.begin.handle = db.impl().newStub()->handle;
     if (ends.end.handle.isNull()) ends.end.handle = db.impl().newStub()->handle;
+    // SEQEND records of modelled polylines keep one handle from save to save.
+    for (AcDbObjectId e : AcDbBlockTableRecord::cast(peek(id))->entityIds()) {
+      const auto* ent = AcDbEntity::cast(peek(e));
+      if (ent == nullptr || !hasSeqEnd(*ent)) continue;
+      AcDbHandle& h = state.seqEnds[e];
+      if (h.isNull()) h = db.impl().newStub()->handle;
+    }
   }
 }
 

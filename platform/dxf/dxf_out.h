@@ -11,6 +11,7 @@ namespace tdhost::dxf {
 
 struct SaveOptions;
 struct Out;
+struct DxfState;
 
 // The whole drawing as DXF text (R2018 UTF-8, or R2000 in options.codePage). Handles of
 // BLOCK/ENDBLK records are given on the first save, so later saves of an unchanged drawing
@@ -18,6 +19,10 @@ struct Out;
 std::string saveDxfText(AcDbDatabase& db, const SaveOptions& options);
 
 // An entity of a modelled class: common fields, then its dxfOutFields through a filer.
-void writeModelledEntity(Out& out, AcDbEntity& ent);
+void writeModelledEntity(Out& out, AcDbEntity& ent, DxfState* state);
+// What the entity's dxfOutFields writes (UTF-8), read through a read open when resident.
+std::string openedFieldsText(AcDbEntity& ent);
+// Whether the entity is followed by owned records and a SEQEND (old-style polylines).
+bool hasSeqEnd(const AcDbEntity& ent);
 
 }  // namespace tdhost::dxf

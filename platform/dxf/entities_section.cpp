@@ -1,8 +1,13 @@
-// The ENTITIES section and the entities of blocks: each entity becomes a generic entity
-// that keeps its tags, with layer, colour and visibility held by AcDbEntity.
+// The ENTITIES section and the entities of blocks: kinds the host models become their classes,
+// the others generic entities that keep their tags; layer, colour and visibility are AcDbEntity's.
 #include <algorithm>
 
+#include "dbents.h"
+#include "dbpl.h"
 #include "dbsymtb.h"
+#include "dxf/dxf_filer.h"
+#include "dxf/dxf_out.h"
+#include "rxclass.h"
 #include "dxf/dxf_model.h"
 #include "object_access.h"
 
@@ -17,6 +22,15 @@ bool hasFollowers(const Record& rec) {
   for (const Tag* t = rec.begin; t != rec.end; ++t)
     if (t->code == 66) return toInteger(t->value) == 1;
   return false;
+}
+
+AcRxClass* modelledClass(std::string_view type) {
+  static const std::pair<std::string_view, AcRxClass* (*)()> kinds[] = {
+      {"LINE", &AcDbLine::desc}, {"ARC", &AcDbArc::desc}, {"CIRCLE", &AcDbCircle::desc},
+      {"POINT", &AcDbPoint::desc}, {"LWPOLYLINE", &AcDbPolyline::desc}, {"3DFACE", &AcDbFace::desc}};
+  for (const auto& [name, desc] : kinds)
+    if (name == type) return desc();
+  return nullptr;
 }
 
 }  // namespace
@@ -52,14 +66,30 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
       if (f.type == "SEQEND") break;
     }
   }
-  auto entity = std::make_unique<AcDbUnmodelledEntity>(std::move(content));
+  // Kinds with a modelled class are read into it; the record stays beside it so that nothing
+  // the class does not hold is lost. Records with followers stay generic.
+  std::unique_ptr<AcDbEntity> entity;
+  DxfState::LoadedEntity loaded;
+  if (AcRxClass* cls = modelledClass(rec.type); cls != nullptr && content.followers.empty()) {
+    std::unique_ptr<AcRxObject> made(cls->create());
+    if (AcDbEntity::cast(made.get()) != nullptr) {
+      entity.reset(static_cast<AcDbEntity*>(made.release()));
+      readFields(*entity, content.tags, &ctx.db);
+      loaded.fields = openedFieldsText(*entity);
+      loaded.content = std::move(content);
+    }
+  }
+  if (!entity) entity = std::make_unique<AcDbUnmodelledEntity>(std::move(content));
   entity->setLayer(layerNamed(ctx, layer));
   entity->setColorIndex(static_cast<Adesk::UInt16>(std::clamp(colour, 0, 256)));
   if (invisible) entity->setVisibility(AcDb::kInvisible);
   AcDbEntity* raw = entity.get();
   AcDbObjectId id = place(ctx, split.handle, std::move(entity));
+  if (!loaded.content.type.empty()) ctx.state.loaded[id] = std::move(loaded);
   // Handles of followers that had none: assigned now so that they stay the same.
-  auto& followers = const_cast<RawContent&>(static_cast<AcDbUnmodelledEntity*>(raw)->content()).followers;
+  auto* generic = AcDbUnmodelledEntity::cast(raw);
+  std::vector<RawRecord> noFollowers;
+  auto& followers = generic ? const_cast<RawContent&>(generic->content()).followers : noFollowers;
   for (RawRecord& f : followers) {
     if (f.handle.isNull() || ctx.impl.stubFor(f.handle, false)->object != nullptr) {
       AcDbStub* stub = ctx.impl.newStub();

@@ -31,6 +31,7 @@ class TDHOST_API AcDbLine : public AcDbCurve {
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -78,6 +79,7 @@ class TDHOST_API AcDbArc : public AcDbCurve {
   Acad::ErrorStatus setThickness(double thickness);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -121,6 +123,7 @@ class TDHOST_API AcDbCircle : public AcDbCurve {
   double diameter() const { return 2.0 * mRadius; }
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -159,6 +162,7 @@ class TDHOST_API AcDbPoint : public AcDbEntity {
   Acad::ErrorStatus setEcsRotation(double rotation);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -251,6 +255,7 @@ class TDHOST_API AcDb2dVertex : public AcDbVertex {
 
   // Vertices move with their polyline (which transforms them); alone they refuse.
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
  protected:
   AcDb2dVertex(const AcDb2dVertex&) = default;
@@ -281,6 +286,7 @@ class TDHOST_API AcDb3dPolylineVertex : public AcDbVertex {
   Acad::ErrorStatus setPosition(const AcGePoint3d& pos);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
  protected:
   AcDb3dPolylineVertex(const AcDb3dPolylineVertex&) = default;
@@ -336,6 +342,7 @@ class TDHOST_API AcDb2dPolyline : public AcDbCurve {
   Acad::ErrorStatus setDefaultEndWidth(double width);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
   std::shared_ptr<const tdhost::CurvePath> subPath() const override;
@@ -389,6 +396,7 @@ class TDHOST_API AcDb3dPolyline : public AcDbCurve {
   bool isClosed() const override { return mClosed; }
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
   std::shared_ptr<const tdhost::CurvePath> subPath() const override;
@@ -437,6 +445,7 @@ class TDHOST_API AcDbBlockReference : public AcDbEntity {
 
   // Matrices with a non-uniform scale are refused (eCannotScaleNonUniformly).
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   // The block's entities as placed (exact where the placed entity is of the same kind).
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
@@ -504,6 +513,7 @@ class TDHOST_API AcDbText : public AcDbEntity {
 
   // Uniform transforms only (eCannotScaleNonUniformly); a reflection turns the normal over.
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
@@ -550,6 +560,8 @@ class TDHOST_API AcDbFace : public AcDbEntity {
   Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;

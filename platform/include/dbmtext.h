@@ -40,6 +40,7 @@ class TDHOST_API AcDbMText : public AcDbEntity {
   AcGeVector3d direction() const;
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   // Approximate: the box width (or the longest paragraph's characters) by the paragraphs at
   // 5/3 of the height apart.
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;

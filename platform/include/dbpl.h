@@ -54,6 +54,9 @@ class TDHOST_API AcDbPolyline : public AcDbCurve {
 
   void setClosed(bool closed);
   bool isClosed() const override { return mClosed; }
+  // Linetype generation continuous over the vertices (DXF flag 128); no effect on geometry.
+  bool hasPlinegen() const { return mPlinegen; }
+  void setPlinegen(bool plinegen);
   bool hasBulges() const;
   bool hasWidth() const;
   bool isOnlyLines() const { return !hasBulges(); }
@@ -65,6 +68,7 @@ class TDHOST_API AcDbPolyline : public AcDbCurve {
   Acad::ErrorStatus setThickness(double thickness);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
@@ -93,6 +97,7 @@ class TDHOST_API AcDbPolyline : public AcDbCurve {
   double mElevation = 0.0;
   double mThickness = 0.0;
   bool mClosed = false;
+  bool mPlinegen = false;
   mutable std::shared_ptr<const tdhost::CurvePath> mPath;
   mutable std::mutex mPathMutex;
 };

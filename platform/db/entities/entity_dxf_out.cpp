@@ -2,9 +2,13 @@
 // fields. Centres of circles and arcs are in the entity's object coordinate system.
 #include <cmath>
 
+#include "adsdef.h"
 #include "dbents.h"
 #include "dbfiler.h"
+#include "dbmtext.h"
 #include "dbpl.h"
+#include "dbsymtb.h"
+#include "object_access.h"
 
 namespace {
 
@@ -82,7 +86,7 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
   if (const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer); es != Acad::eOk) return es;
   filer->writeString(code(100), L"AcDbPolyline");
   filer->writeInt32(code(90), static_cast<Adesk::Int32>(numVerts()));
-  filer->writeInt16(code(70), isClosed() ? 1 : 0);
+  filer->writeInt16(code(70), static_cast<Adesk::Int16>((isClosed() ? 1 : 0) | (hasPlinegen() ? 128 : 0)));
   double constantWidth = 0.0;
   const bool constant = getConstantWidth(constantWidth) == Acad::eOk;
   if (constant) filer->writeDouble(code(43), constantWidth);
@@ -103,4 +107,251 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
   }
   if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
   return filer->filerStatus();
+}
+
+namespace {
+
+std::wstring symbolName(AcDbObjectId id, const wchar_t* fallback) {
+  const auto* rec = AcDbSymbolTableRecord::cast(tdhost::peek(id));
+  return rec != nullptr ? rec->nameText() : std::wstring(fallback);
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDbText");
+  if (thickness() != 0.0) filer->writeDouble(code(39), thickness());
+  filer->writePoint3d(code(10), worldToObject(position(), normal()));
+  filer->writeDouble(code(40), height());
+  filer->writeString(code(1), textStringConst());
+  filer->writeDouble(code(50), rotation() * kRadToDeg);
+  filer->writeDouble(code(41), widthFactor());
+  filer->writeDouble(code(51), oblique() * kRadToDeg);
+  filer->writeString(code(7), symbolName(textStyle(), L"Standard").c_str());
+  filer->writeInt16(code(71), static_cast<Adesk::Int16>((isMirroredInX() ? 2 : 0) | (isMirroredInY() ? 4 : 0)));
+  filer->writeInt16(code(72), static_cast<Adesk::Int16>(horizontalMode()));
+  if (!isDefaultAlignment()) filer->writePoint3d(code(11), worldToObject(alignmentPoint(), normal()));
+  if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
+  // The vertical mode belongs to a second subclass record of the same name.
+  filer->writeString(code(100), L"AcDbText");
+  filer->writeInt16(code(73), static_cast<Adesk::Int16>(verticalMode()));
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDbMText");
+  filer->writePoint3d(code(10), location());
+  filer->writeDouble(code(40), textHeight());
+  filer->writeDouble(code(41), width());
+  filer->writeInt16(code(71), static_cast<Adesk::Int16>(attachment()));
+  filer->writeInt16(code(72), 1);
+  // Contents over 250 characters go as 3-chunks, the remainder last as 1.
+  constexpr std::size_t kChunk = 250;
+  std::size_t at = 0;
+  while (mContents.size() - at >= kChunk) {
+    filer->writeString(code(3), mContents.substr(at, kChunk).c_str());
+    at += kChunk;
+  }
+  filer->writeString(code(1), mContents.substr(at).c_str());
+  filer->writeString(code(7), symbolName(textStyle(), L"Standard").c_str());
+  if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
+  // The direction vector rather than an angle, whose unit readers disagree on.
+  filer->writeVector3d(code(11), direction());
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbFace::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDbFace");
+  Adesk::Int16 hidden = 0;
+  for (int i = 0; i < 4; ++i) {
+    filer->writePoint3d(code(10 + i), mPts[i]);
+    if (!mVisible[i]) hidden = static_cast<Adesk::Int16>(hidden | (1 << i));
+  }
+  filer->writeInt16(code(70), hidden);
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDbBlockReference");
+  filer->writeString(code(2), symbolName(blockTableRecord(), L"").c_str());
+  filer->writePoint3d(code(10), worldToObject(position(), normal()));
+  filer->writeDouble(code(41), mScale.sx);
+  filer->writeDouble(code(42), mScale.sy);
+  filer->writeDouble(code(43), mScale.sz);
+  filer->writeDouble(code(50), rotation() * kRadToDeg);
+  if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDb2dPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDb2dPolyline");
+  filer->writeInt16(code(66), 1);  // vertices follow: older readers insist on it
+  filer->writePoint3d(code(10), AcGePoint3d(0, 0, elevation()));
+  if (thickness() != 0.0) filer->writeDouble(code(39), thickness());
+  Adesk::Int16 flags = isClosed() ? 1 : 0;
+  if (polyType() == AcDb::k2dFitCurvePoly) flags |= 2;
+  if (polyType() == AcDb::k2dQuadSplinePoly || polyType() == AcDb::k2dCubicSplinePoly) flags |= 4;
+  filer->writeInt16(code(70), flags);
+  if (defaultStartWidth() != 0.0) filer->writeDouble(code(40), defaultStartWidth());
+  if (defaultEndWidth() != 0.0) filer->writeDouble(code(41), defaultEndWidth());
+  if (polyType() == AcDb::k2dQuadSplinePoly) filer->writeInt16(code(75), 5);
+  if (polyType() == AcDb::k2dCubicSplinePoly) filer->writeInt16(code(75), 6);
+  if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDb3dPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDb3dPolyline");
+  filer->writeInt16(code(66), 1);
+  filer->writePoint3d(code(10), AcGePoint3d::kOrigin);
+  Adesk::Int16 flags = static_cast<Adesk::Int16>(8 | (isClosed() ? 1 : 0));
+  if (polyType() != AcDb::k3dSimplePoly) flags |= 4;
+  filer->writeInt16(code(70), flags);
+  if (polyType() == AcDb::k3dQuadSplinePoly) filer->writeInt16(code(75), 5);
+  if (polyType() == AcDb::k3dCubicSplinePoly) filer->writeInt16(code(75), 6);
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDb2dVertex::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDbVertex");
+  filer->writeString(code(100), L"AcDb2dVertex");
+  filer->writePoint3d(code(10), position());
+  if (startWidth() != 0.0) filer->writeDouble(code(40), startWidth());
+  if (endWidth() != 0.0) filer->writeDouble(code(41), endWidth());
+  if (bulge() != 0.0) filer->writeDouble(code(42), bulge());
+  Adesk::Int16 flags = isTangentUsed() ? 2 : 0;
+  if (vertexType() == AcDb::k2dCurveFitVertex) flags |= 1;
+  if (vertexType() == AcDb::k2dSplineFitVertex) flags |= 8;
+  if (vertexType() == AcDb::k2dSplineCtlVertex) flags |= 16;
+  filer->writeInt16(code(70), flags);
+  if (isTangentUsed()) filer->writeDouble(code(50), tangent() * kRadToDeg);
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDb3dPolylineVertex::dxfOutFields(AcDbDxfFiler* filer) const {
+  if (const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer); es != Acad::eOk) return es;
+  filer->writeString(code(100), L"AcDbVertex");
+  filer->writeString(code(100), L"AcDb3dPolylineVertex");
+  filer->writePoint3d(code(10), position());
+  Adesk::Int16 flags = 32;
+  if (vertexType() == AcDb::k3dFitVertex) flags |= 8;
+  if (vertexType() == AcDb::k3dControlVertex) flags |= 16;
+  filer->writeInt16(code(70), flags);
+  return filer->filerStatus();
+}
+
+// Reading: each class takes the codes it holds and leaves the rest to the reader, which keeps
+// them. Points in the object coordinate system are turned back into world points.
+namespace {
+
+constexpr double kDegToRad = 3.141592653589793 / 180.0;
+
+AcGePoint3d objectToWorld(const AcGePoint3d& p, const AcGeVector3d& normal) {
+  if (isWorldZ(normal)) return p;
+  const AcGeVector3d n = normal.normal();
+  constexpr double kLimit = 1.0 / 64.0;
+  const AcGeVector3d ax =
+      (std::fabs(n.x) < kLimit && std::fabs(n.y) < kLimit ? AcGeVector3d::kYAxis : AcGeVector3d::kZAxis)
+          .crossProduct(n)
+          .normal();
+  const AcGeVector3d ay = n.crossProduct(ax).normal();
+  return AcGePoint3d::kOrigin + ax * p.x + ay * p.y + n * p.z;
+}
+
+AcGePoint3d pointOf(const resbuf& rb) { return {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}; }
+
+// A usable extrusion direction: a zero or non-finite one reads as world z.
+AcGeVector3d normalOf(const resbuf& rb) {
+  const AcGeVector3d v(rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]);
+  const double len = v.length();
+  if (!(len > 1e-12) || !std::isfinite(len)) return AcGeVector3d::kZAxis;
+  return v;
+}
+
+template <class F>
+Acad::ErrorStatus readAll(AcDbDxfFiler* filer, F take) {
+  if (filer == nullptr) return Acad::eNullObjectPointer;
+  resbuf rb{};
+  while (filer->readItem(&rb) == Acad::eOk) take(rb);
+  return Acad::eOk;
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbLine::dxfInFields(AcDbDxfFiler* filer) {
+  return readAll(filer, [this](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: mStart = pointOf(rb); break;
+      case 11: mEnd = pointOf(rb); break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+}
+
+Acad::ErrorStatus AcDbCircle::dxfInFields(AcDbDxfFiler* filer) {
+  AcGePoint3d ocsCenter;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: ocsCenter = pointOf(rb); break;
+      case 40: mRadius = rb.resval.rreal; break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+  mCenter = objectToWorld(ocsCenter, mNormal);
+  return es;
+}
+
+Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
+  AcGePoint3d ocsCenter;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: ocsCenter = pointOf(rb); break;
+      case 40: mRadius = rb.resval.rreal; break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 50: mStartAngle = rb.resval.rreal * kDegToRad; break;
+      case 51: mEndAngle = rb.resval.rreal * kDegToRad; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+  mCenter = objectToWorld(ocsCenter, mNormal);
+  return es;
+}
+
+Acad::ErrorStatus AcDbPoint::dxfInFields(AcDbDxfFiler* filer) {
+  return readAll(filer, [this](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: mPosition = pointOf(rb); break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 50: mEcsRotation = rb.resval.rreal * kDegToRad; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+}
+
+Acad::ErrorStatus AcDbFace::dxfInFields(AcDbDxfFiler* filer) {
+  bool fourth = false;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    if (rb.restype >= 10 && rb.restype <= 13) {
+      mPts[rb.restype - 10] = pointOf(rb);
+      fourth = fourth || rb.restype == 13;
+    } else if (rb.restype == 70) {
+      for (int i = 0; i < 4; ++i) mVisible[i] = (rb.resval.rint & (1 << i)) == 0;
+    }
+  });
+  // A triangle written without its fourth corner repeats the third.
+  if (!fourth) mPts[3] = mPts[2];
+  return es;
 }

@@ -3,7 +3,9 @@
 
 #include <cmath>
 
+#include "adsdef.h"
 #include "dbents.h"
+#include "dbfiler.h"
 #include "entities/curve_path.h"
 #include "entities/entity_util.h"
 #include "ge/bulge_segment.h"
@@ -24,7 +26,8 @@ AcDbPolyline::AcDbPolyline(const AcDbPolyline& other)
       mNormal(other.mNormal),
       mElevation(other.mElevation),
       mThickness(other.mThickness),
-      mClosed(other.mClosed) {}
+      mClosed(other.mClosed),
+      mPlinegen(other.mPlinegen) {}
 
 AcDbPolyline& AcDbPolyline::operator=(const AcDbPolyline& other) {
   if (this == &other) return *this;
@@ -34,6 +37,7 @@ AcDbPolyline& AcDbPolyline::operator=(const AcDbPolyline& other) {
   mElevation = other.mElevation;
   mThickness = other.mThickness;
   mClosed = other.mClosed;
+  mPlinegen = other.mPlinegen;
   std::lock_guard<std::mutex> lock(mPathMutex);
   mPath.reset();
   return *this;
@@ -354,4 +358,42 @@ Acad::ErrorStatus AcDbPolyline::subProjected(const AcGePlane& plane, AcDbCurve*&
   tdhost::copyTraits(*this, *pl);
   projCurve = pl;
   return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
+  if (filer == nullptr) return Acad::eNullObjectPointer;
+  if (Acad::ErrorStatus es = AcDbCurve::dxfInFields(filer); es != Acad::eOk) return es;
+  std::vector<Vertex> verts;
+  double constantWidth = 0.0;
+  resbuf rb{};
+  while (filer->readItem(&rb) == Acad::eOk) {
+    switch (rb.restype) {
+      case 70:
+        mClosed = (rb.resval.rint & 1) != 0;
+        mPlinegen = (rb.resval.rint & 128) != 0;
+        break;
+      case 43: constantWidth = rb.resval.rreal; break;
+      case 38: mElevation = rb.resval.rreal; break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 10: verts.push_back({AcGePoint2d(rb.resval.rpoint[0], rb.resval.rpoint[1]), 0.0, constantWidth, constantWidth}); break;
+      case 40: if (!verts.empty()) verts.back().startWidth = rb.resval.rreal; break;
+      case 41: if (!verts.empty()) verts.back().endWidth = rb.resval.rreal; break;
+      case 42: if (!verts.empty()) verts.back().bulge = rb.resval.rreal; break;
+      case 210: {
+        const AcGeVector3d n(rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]);
+        // A zero or non-finite direction would leave no plane; such files mean world z.
+        mNormal = n.length() > 1e-12 && std::isfinite(n.length()) ? n : AcGeVector3d::kZAxis;
+        break;
+      }
+      default: break;  // codes the class does not hold stay with the reader
+    }
+  }
+  mVerts = std::move(verts);
+  std::lock_guard<std::mutex> lock(mPathMutex);
+  mPath.reset();
+  return Acad::eOk;
+}
+
+void AcDbPolyline::setPlinegen(bool plinegen) {
+  if (checkWrite("setPlinegen") == Acad::eOk) mPlinegen = plinegen;
 }

@@ -2,6 +2,8 @@
 // data a drawing carries surviving a save and load.
 #include <gtest/gtest.h>
 
+#include "dbents.h"
+
 #include <filesystem>
 #include <string>
 
@@ -97,9 +99,9 @@ TEST_F(DxfFiles, HeaderlessEntitiesLandInModelSpaceOnTheirLayer) {
   ACHAR* layer = ent->layer();
   EXPECT_STREQ(layer, L"L1");
   acutDelString(layer);
-  auto* generic = tdhost::AcDbUnmodelledEntity::cast(ent);
-  ASSERT_NE(generic, nullptr);
-  EXPECT_EQ(generic->dxfName(), "LINE");
+  // A LINE is read into its modelled class.
+  auto* line = AcDbLine::cast(ent);
+  ASSERT_NE(line, nullptr);
   EXPECT_EQ(ent->ownerId(), db->currentSpaceId());
   AcDbHandle h;
   ent->getAcDbHandle(h);

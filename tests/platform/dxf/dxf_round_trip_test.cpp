@@ -1,6 +1,7 @@
 // Real drawings from other programs: they load, keep every record, and write back stably.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <map>
 #include <string>
 
@@ -24,6 +25,18 @@ std::wstring samplePath(const char* name) {
   return std::wstring(p.begin(), p.end());
 }
 
+std::string fmt(double v) {
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "%.17g", v);
+  return buf;
+}
+
+std::string narrowName(const ACHAR* name) {
+  std::string out;
+  for (const ACHAR* c = name; *c; ++c) out += static_cast<char>(*c);
+  return out;
+}
+
 // Per entity (by handle): its type, layer, colour, tags and extended data.
 std::map<std::string, std::string> entityDigest(AcDbDatabase& db) {
   std::map<std::string, std::string> out;
@@ -42,6 +55,19 @@ std::map<std::string, std::string> entityDigest(AcDbDatabase& db) {
         d += std::string(g->dxfName()) + "|";
         for (const auto& t : g->content().tags) d += std::to_string(t.code) + "=" + std::string(t.value) + ";";
         d += "|followers " + std::to_string(g->content().followers.size());
+      } else {
+        // A modelled entity: its class and its geometry, by box and (for curves) length.
+        d += narrowName(ent->isA()->name());
+        AcDbExtents box;
+        if (ent->getGeomExtents(box) == Acad::eOk)
+          d += "|box " + fmt(box.minPoint().x) + " " + fmt(box.minPoint().y) + " " + fmt(box.maxPoint().x) + " " +
+               fmt(box.maxPoint().y);
+        if (auto* curve = AcDbCurve::cast(ent)) {
+          double endParam = 0.0, length = 0.0;
+          curve->getEndParam(endParam);
+          curve->getDistAtParam(endParam, length);
+          d += "|length " + fmt(length);
+        }
       }
       ACHAR* layer = ent->layer();
       d += "|layer " + std::to_string(std::wstring(layer).size()) + " colour " + std::to_string(ent->colorIndex());

@@ -83,3 +83,106 @@ TEST_F(EntitiesOut, GeometryReachesAnIndependentReader) {
             std::string::npos)
       << out;
 }
+
+namespace {
+
+AcDbObjectId addBlock(AcDbDatabase* db, const ACHAR* name) {
+  AcDbBlockTable* table = nullptr;
+  EXPECT_EQ(db->getBlockTable(table, AcDb::kForWrite), Acad::eOk);
+  auto* rec = new AcDbBlockTableRecord;
+  rec->setName(name);
+  AcDbObjectId id;
+  EXPECT_EQ(table->add(id, rec), Acad::eOk);
+  auto* line = new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0));
+  EXPECT_EQ(rec->appendAcDbEntity(line), Acad::eOk);
+  line->close();
+  rec->close();
+  table->close();
+  return id;
+}
+
+bool ezdxfMissing() {
+  return !std::filesystem::exists(kPython) ||
+         run(std::string(kPython) + " -c 'import ezdxf' 2>&1").find("Error") != std::string::npos;
+}
+
+}  // namespace
+
+TEST_F(EntitiesOut, TextsFacesInsertsAndOldPolylinesReachAnIndependentReader) {
+  if (ezdxfMissing()) GTEST_SKIP() << "python3-ezdxf is not installed";
+  auto* text = new AcDbText(AcGePoint3d(10, 20, 0), L"P-17 \u00e9", AcDbObjectId::kNull, 2.5, 3.141592653589793 / 6);
+  text->setHorizontalMode(AcDb::kTextCenter);
+  text->setVerticalMode(AcDb::kTextTop);
+  text->setAlignmentPoint(AcGePoint3d(11, 21, 0));
+  append(db.get(), text);
+  auto* mtext = new AcDbMText;
+  mtext->setLocation(AcGePoint3d(5, 6, 0));
+  mtext->setTextHeight(1.5);
+  mtext->setWidth(40.0);
+  mtext->setAttachment(AcDbMText::kMiddleCenter);
+  // Longer than one chunk, so it is split and must come back whole.
+  std::wstring longText;
+  for (int i = 0; i < 60; ++i) longText += L"abcd" + std::to_wstring(i % 10);
+  mtext->setContents(longText.c_str());
+  append(db.get(), mtext);
+  auto* face = new AcDbFace(AcGePoint3d(0, 0, 1), AcGePoint3d(4, 0, 2), AcGePoint3d(4, 3, 3), AcGePoint3d(0, 3, 4));
+  face->makeEdgeInvisibleAt(1);
+  face->makeEdgeInvisibleAt(3);
+  append(db.get(), face);
+  const AcDbObjectId block = addBlock(db.get(), L"PEG");
+  auto* insert = new AcDbBlockReference(AcGePoint3d(100, 200, 5), block);
+  insert->setScaleFactors(AcGeScale3d(2, 3, 1));
+  insert->setRotation(3.141592653589793 / 2);
+  append(db.get(), insert);
+  AcGePoint3dArray pts2;
+  pts2.append(AcGePoint3d(0, 0, 0));
+  pts2.append(AcGePoint3d(10, 0, 0));
+  pts2.append(AcGePoint3d(10, 5, 0));
+  AcGeDoubleArray bulges;
+  bulges.append(0.0);
+  bulges.append(0.5);
+  bulges.append(0.0);
+  append(db.get(), new AcDb2dPolyline(AcDb::k2dSimplePoly, pts2, 7.5, true, 0.25, 0.25, &bulges));
+  AcGePoint3dArray pts3;
+  pts3.append(AcGePoint3d(1, 1, 1));
+  pts3.append(AcGePoint3d(2, 3, 4));
+  pts3.append(AcGePoint3d(5, 5, 9));
+  pts3.append(AcGePoint3d(7, 1, 2));
+  append(db.get(), new AcDb3dPolyline(AcDb::k3dSimplePoly, pts3, false));
+
+  TempDir dir;
+  const std::string script =
+      "import sys, ezdxf\n"
+      "doc = ezdxf.readfile(sys.argv[1])\n"
+      "a = doc.audit()\n"
+      "print('audit', len(a.errors))\n"
+      "r = lambda v: tuple(round(c, 9) for c in v)\n"
+      "for e in doc.modelspace():\n"
+      "    t = e.dxftype()\n"
+      "    if t == 'TEXT': print(t, e.dxf.text, r(e.dxf.insert), r(e.dxf.align_point), e.dxf.height, round(e.dxf.rotation, 9), e.dxf.halign, e.dxf.valign)\n"
+      "    elif t == 'MTEXT': print(t, len(e.text), e.text[:10], r(e.dxf.insert), e.dxf.char_height, e.dxf.width, e.dxf.attachment_point)\n"
+      "    elif t == '3DFACE': print(t, [r(v) for v in e.wcs_vertices()], [v for k, v in e.dxf.all_existing_dxf_attribs().items() if k.startswith('invisible')])\n"
+      "    elif t == 'INSERT': print(t, e.dxf.name, r(e.dxf.insert), e.dxf.xscale, e.dxf.yscale, e.dxf.rotation, len(doc.blocks[e.dxf.name]))\n"
+      "    elif t == 'POLYLINE': print(t, e.get_mode(), e.is_closed, e.dxf.elevation[2] if hasattr(e.dxf.elevation, '__len__') else e.dxf.elevation,"
+      " [(r(v.dxf.location), v.dxf.bulge, v.dxf.start_width) for v in e.vertices])\n";
+  const std::string scriptFile = dir.write("check.py", script);
+  for (AcDb::AcDbDwgVersion version : {AcDb::kDHL_CURRENT, AcDb::kDHL_1015}) {
+    const std::string file = (dir.path() / (version == AcDb::kDHL_1015 ? "r2000.dxf" : "made.dxf")).string();
+    ASSERT_EQ(db->dxfOut(std::wstring(file.begin(), file.end()).c_str(), 16, version), Acad::eOk);
+    const std::string out = run(std::string(kPython) + " " + scriptFile + " " + file + " 2>&1");
+    EXPECT_NE(out.find("audit 0"), std::string::npos) << out;
+    EXPECT_NE(out.find("TEXT P-17 \u00e9 (10.0, 20.0, 0.0) (11.0, 21.0, 0.0) 2.5 30.0 1 3"), std::string::npos) << out;
+    EXPECT_NE(out.find("MTEXT 300 abcd0abcd1 (5.0, 6.0, 0.0) 1.5 40.0 5"), std::string::npos) << out;
+    EXPECT_NE(out.find("3DFACE [(0.0, 0.0, 1.0), (4.0, 0.0, 2.0), (4.0, 3.0, 3.0), (0.0, 3.0, 4.0)] [10]"), std::string::npos)
+        << out;
+    EXPECT_NE(out.find("INSERT PEG (100.0, 200.0, 5.0) 2.0 3.0 90.0 1"), std::string::npos) << out;
+    EXPECT_NE(out.find("POLYLINE AcDb2dPolyline True 7.5 [((0.0, 0.0, 7.5), 0, 0.25), ((10.0, 0.0, 7.5), 0.5, 0.25), "
+                       "((10.0, 5.0, 7.5), 0, 0.25)]"),
+              std::string::npos)
+        << out;
+    EXPECT_NE(out.find("POLYLINE AcDb3dPolyline False 0.0 [((1.0, 1.0, 1.0), 0, 0), ((2.0, 3.0, 4.0), 0, 0), "
+                       "((5.0, 5.0, 9.0), 0, 0), ((7.0, 1.0, 2.0), 0, 0)]"),
+              std::string::npos)
+        << out;
+  }
+}

@@ -22,8 +22,16 @@ struct SimplifyOptions {
   bool asIndices = false;  // kept 0-based row indices instead of rows
 };
 
+struct BoundaryOptions {
+  std::string input;
+  std::string output;
+  std::string layer = "BOUNDARY";
+  std::string pointLayer;  // empty: points on every layer
+};
+
 // Each returns the process exit code; input problems throw InputError.
 int runHull(const HullOptions& options);
 int runSimplify(const SimplifyOptions& options);
+int runBoundary(const BoundaryOptions& options);
 
 }  // namespace tdutil

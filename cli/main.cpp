@@ -44,6 +44,15 @@ int main(int argc, char** argv) {
   simplifyCommand->add_flag("-i,--indices", simplify.asIndices, "Write kept 0-based row indices instead of rows");
   addFormatOption(*simplifyCommand, simplify.format);
 
+  tdutil::BoundaryOptions boundary;
+  CLI::App* boundaryCommand = app.add_subcommand(
+      "boundary", "Draw the convex boundary of a DXF drawing's survey points (POINT entities) into the drawing");
+  boundaryCommand->add_option("input", boundary.input, "DXF drawing")->required()->check(CLI::ExistingFile);
+  boundaryCommand->add_option("-o,--output", boundary.output, "DXF file to write")->required();
+  boundaryCommand->add_option("-l,--layer", boundary.layer, "Layer of the boundary (made when missing)")
+      ->default_str("BOUNDARY");
+  boundaryCommand->add_option("--point-layer", boundary.pointLayer, "Use only the points on this layer");
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
@@ -54,6 +63,7 @@ int main(int argc, char** argv) {
   try {
     if (*hullCommand) return tdutil::runHull(hull);
     if (*simplifyCommand) return tdutil::runSimplify(simplify);
+    if (*boundaryCommand) return tdutil::runBoundary(boundary);
   } catch (const tdutil::InputError& e) {
     std::cerr << "tdutil: " << e.what() << "\n";
     return kInputErrorExit;

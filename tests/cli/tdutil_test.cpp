@@ -1,6 +1,7 @@
 // tdutil end to end: exit codes, outputs and messages of the real executable.
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 #include <sys/wait.h>
@@ -63,4 +64,51 @@ TEST(Tdutil, BadInputAndUsageGiveMessagesAndExitCodes) {
   EXPECT_EQ(tdutil("hull " + dir.path().string() + "/missing.csv").exitCode, 2);
   EXPECT_EQ(tdutil("").exitCode, 2);
   EXPECT_EQ(tdutil("--help").exitCode, 0);
+}
+
+TEST(Tdutil, BoundaryOfASurveyDrawingIsDrawnBackIntoIt) {
+  TempDir dir;
+  const std::string sample = std::string(TDUTILW_SAMPLES_DIR) + "/topo_survey_autocad_map_AC1024.dxf";
+  const std::string output = (dir.path() / "boundary.dxf").string();
+  const CommandResult run = tdutil("boundary " + sample + " -o " + output);
+  ASSERT_EQ(run.exitCode, 0) << run.output;
+  EXPECT_NE(run.output.find("1294 survey points, boundary of"), std::string::npos) << run.output;
+
+  // An independent reader finds the closed boundary with every survey point inside or on it.
+  const std::string script = dir.write("check.py",
+                                       "import ezdxf, sys, math\n"
+                                       "doc = ezdxf.readfile(sys.argv[1])\n"
+                                       "a = doc.audit()\n"
+                                       "msp = doc.modelspace()\n"
+                                       "b = [e for e in msp if e.dxftype() == 'LWPOLYLINE' and e.dxf.layer == 'BOUNDARY']\n"
+                                       "poly = [(p[0], p[1]) for p in b[0].get_points('xy')]\n"
+                                       "pts = [e.dxf.location for e in msp if e.dxftype() == 'POINT']\n"
+                                       "def outside(p):\n"
+                                       "    # Largest distance to the right of a counter-clockwise edge.\n"
+                                       "    worst = -math.inf\n"
+                                       "    for (ax, ay), (bx, by) in zip(poly, poly[1:] + poly[:1]):\n"
+                                       "        cross = (bx - ax) * (p.y - ay) - (by - ay) * (p.x - ax)\n"
+                                       "        worst = max(worst, -cross / math.hypot(bx - ax, by - ay))\n"
+                                       "    return worst\n"
+                                       "far = sum(1 for p in pts if outside(p) > 1e-6)\n"
+                                       "print('audit', len(a.errors), 'boundaries', len(b), 'closed', b[0].closed, 'points', len(pts), "
+                                       "'outside', far)\n");
+  FILE* pipe = ::popen(("/usr/bin/python3 " + script + " " + output + " 2>&1").c_str(), "r");
+  ASSERT_NE(pipe, nullptr);
+  std::string out;
+  char buffer[4096];
+  size_t n;
+  while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
+  ::pclose(pipe);
+  if (out.find("No module named") != std::string::npos) GTEST_SKIP() << "python3-ezdxf is not installed";
+  EXPECT_NE(out.find("audit 0 boundaries 1 closed True points 1294 outside 0"), std::string::npos) << out;
+}
+
+TEST(Tdutil, BoundaryRejectsWhatIsNotADrawing) {
+  TempDir dir;
+  const CommandResult run = tdutil("boundary " + dir.write("x.dxf", "hello\nworld\n") + " -o " +
+                                   (dir.path() / "out.dxf").string());
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_NE(run.output.find("x.dxf:1"), std::string::npos) << run.output;
+  EXPECT_FALSE(std::filesystem::exists(dir.path() / "out.dxf"));
 }

@@ -2,6 +2,7 @@
 // escapes those files use for characters outside it. The host keeps text as UTF-8.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,9 @@ class CodePageDecoder {
 // Converts UTF-8 to a code page for writing old-version files; characters the code page lacks
 // are written as \U+XXXX escapes.
 std::string fromUtf8(std::string_view utf8, const std::string& iconvName);
+
+// Appends one code point in UTF-8.
+void appendUtf8(std::string& out, std::uint32_t codePoint);
 
 // Replaces every \U+XXXX (four hex digits) with the character's UTF-8 form.
 std::string decodeUnicodeEscapes(std::string_view text);

@@ -86,24 +86,7 @@ std::wstring widen(std::string_view s) {
 std::string narrow(const std::wstring& w) {
   std::string out;
   out.reserve(w.size());
-  for (wchar_t wc : w) {
-    auto cp = static_cast<char32_t>(wc);
-    if (cp < 0x80) {
-      out += static_cast<char>(cp);
-    } else if (cp < 0x800) {
-      out += static_cast<char>(0xC0 | (cp >> 6));
-      out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else if (cp < 0x10000) {
-      out += static_cast<char>(0xE0 | (cp >> 12));
-      out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else {
-      out += static_cast<char>(0xF0 | (cp >> 18));
-      out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-      out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (cp & 0x3F));
-    }
-  }
+  for (wchar_t wc : w) appendUtf8(out, static_cast<std::uint32_t>(wc));
   return out;
 }
 

@@ -37,6 +37,16 @@ void writeThicknessAndNormal(AcDbDxfFiler* filer, double thickness, const AcGeVe
   if (!isWorldZ(normal)) filer->writeVector3d(code(210), normal);
 }
 
+// The AcDbCircle subclass record that circles and arcs share; the centre in the OCS.
+void writeCircleRecord(AcDbDxfFiler* filer, double thickness, const AcGePoint3d& center, double radius,
+                       const AcGeVector3d& normal) {
+  filer->writeString(code(100), L"AcDbCircle");
+  if (thickness != 0.0) filer->writeDouble(code(39), thickness);
+  filer->writePoint3d(code(10), worldToObject(center, normal));
+  filer->writeDouble(code(40), radius);
+  if (!isWorldZ(normal)) filer->writeVector3d(code(210), normal);
+}
+
 }  // namespace
 
 Acad::ErrorStatus AcDbLine::dxfOutFields(AcDbDxfFiler* filer) const {
@@ -51,22 +61,14 @@ Acad::ErrorStatus AcDbLine::dxfOutFields(AcDbDxfFiler* filer) const {
 
 Acad::ErrorStatus AcDbCircle::dxfOutFields(AcDbDxfFiler* filer) const {
   if (const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer); es != Acad::eOk) return es;
-  filer->writeString(code(100), L"AcDbCircle");
-  if (thickness() != 0.0) filer->writeDouble(code(39), thickness());
-  filer->writePoint3d(code(10), worldToObject(center(), normal()));
-  filer->writeDouble(code(40), radius());
-  if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
+  writeCircleRecord(filer, thickness(), center(), radius(), normal());
   return filer->filerStatus();
 }
 
 Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* filer) const {
   if (const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer); es != Acad::eOk) return es;
   // An arc is a circle record followed by its angles, in degrees.
-  filer->writeString(code(100), L"AcDbCircle");
-  if (thickness() != 0.0) filer->writeDouble(code(39), thickness());
-  filer->writePoint3d(code(10), worldToObject(center(), normal()));
-  filer->writeDouble(code(40), radius());
-  if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
+  writeCircleRecord(filer, thickness(), center(), radius(), normal());
   filer->writeString(code(100), L"AcDbArc");
   filer->writeDouble(code(50), startAngle() * kRadToDeg);
   filer->writeDouble(code(51), endAngle() * kRadToDeg);

@@ -8,6 +8,7 @@
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
+#include "ge/arbitrary_axis.h"
 #include "object_access.h"
 
 namespace {
@@ -18,18 +19,13 @@ AcDb::DxfCode code(int groupCode) { return static_cast<AcDb::DxfCode>(groupCode)
 
 bool isWorldZ(const AcGeVector3d& normal) { return normal.x == 0.0 && normal.y == 0.0 && normal.z == 1.0; }
 
-// The DXF arbitrary-axis algorithm: the object coordinate system of an extrusion direction.
+// Into the object coordinate system of an extrusion direction (the arbitrary-axis rule).
 AcGePoint3d worldToObject(const AcGePoint3d& p, const AcGeVector3d& normal) {
   if (isWorldZ(normal)) return p;
-  const AcGeVector3d n = normal.normal();
-  constexpr double kLimit = 1.0 / 64.0;
-  const AcGeVector3d ax =
-      (std::fabs(n.x) < kLimit && std::fabs(n.y) < kLimit ? AcGeVector3d::kYAxis : AcGeVector3d::kZAxis)
-          .crossProduct(n)
-          .normal();
-  const AcGeVector3d ay = n.crossProduct(ax).normal();
+  AcGeVector3d ax, ay;
+  tdhost::ge::arbitraryAxes(normal, ax, ay);
   const AcGeVector3d v = p.asVector();
-  return {v.dotProduct(ax), v.dotProduct(ay), v.dotProduct(n)};
+  return {v.dotProduct(ax), v.dotProduct(ay), v.dotProduct(normal.normal())};
 }
 
 void writeThicknessAndNormal(AcDbDxfFiler* filer, double thickness, const AcGeVector3d& normal) {
@@ -257,14 +253,9 @@ constexpr double kDegToRad = 3.141592653589793 / 180.0;
 
 AcGePoint3d objectToWorld(const AcGePoint3d& p, const AcGeVector3d& normal) {
   if (isWorldZ(normal)) return p;
-  const AcGeVector3d n = normal.normal();
-  constexpr double kLimit = 1.0 / 64.0;
-  const AcGeVector3d ax =
-      (std::fabs(n.x) < kLimit && std::fabs(n.y) < kLimit ? AcGeVector3d::kYAxis : AcGeVector3d::kZAxis)
-          .crossProduct(n)
-          .normal();
-  const AcGeVector3d ay = n.crossProduct(ax).normal();
-  return AcGePoint3d::kOrigin + ax * p.x + ay * p.y + n * p.z;
+  AcGeVector3d ax, ay;
+  tdhost::ge::arbitraryAxes(normal, ax, ay);
+  return AcGePoint3d::kOrigin + ax * p.x + ay * p.y + normal.normal() * p.z;
 }
 
 AcGePoint3d pointOf(const resbuf& rb) { return {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}; }

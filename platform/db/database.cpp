@@ -103,9 +103,6 @@ void buildDefaultDrawing(DatabaseImpl& d) {
   d.continuous = addRecord(d.tables[kLinetypeTable], continuous, L"Continuous");
 
   auto* layer0 = new AcDbLayerTableRecord;
-  AcCmColor white;
-  white.setColorIndex(7);
-  layer0->setColor(white);
   layer0->setLinetypeObjectId(d.continuous);
   d.header.clayer = addRecord(d.tables[kLayerTable], layer0, L"0");
 

@@ -37,16 +37,43 @@ AcDbHandle reserve(LoadContext& ctx, AcDbHandle h) {
 
 }  // namespace
 
+namespace {
+
+// Section, table and block markers never stand for entities.
+bool isMarker(std::string_view type) {
+  return type == "SECTION" || type == "ENDSEC" || type == "TABLE" || type == "ENDTAB" || type == "EOF" ||
+         type == "BLOCK" || type == "ENDBLK";
+}
+
+[[noreturn]] void outOfPlace(const Record& rec, const std::string& source, std::string_view section) {
+  throw DxfError(source, rec.line, 0, "0/" + std::string(rec.type) + " is out of place in the " + std::string(section) + " section");
+}
+
+}  // namespace
+
 void checkBlocks(const std::vector<Record>& records, const std::string& source) {
-  for (const Record& rec : records) {
-    if (rec.type != "BLOCK") continue;
-    bool named = false;
-    for (const Tag* t = rec.begin; t != rec.end && !named; ++t) named = t->code == 2 && !t->value.empty();
-    if (!named) throw DxfError(source, rec.line, 2, "a BLOCK without its name (group code 2)");
-  }
   if (!records.empty() && records.front().type != "BLOCK")
     throw DxfError(source, records.front().line, 0,
                    "expected 0/BLOCK in the BLOCKS section, found " + std::string(records.front().type));
+  bool open = false;
+  for (const Record& rec : records) {
+    if (rec.type == "BLOCK") {
+      bool named = false;
+      for (const Tag* t = rec.begin; t != rec.end && !named; ++t) named = t->code == 2 && !t->value.empty();
+      if (!named) throw DxfError(source, rec.line, 2, "a BLOCK without its name (group code 2)");
+      open = true;
+    } else if (rec.type == "ENDBLK") {
+      if (!open) outOfPlace(rec, source, "BLOCKS");
+      open = false;
+    } else if (isMarker(rec.type)) {
+      outOfPlace(rec, source, "BLOCKS");
+    }
+  }
+}
+
+void checkEntities(const std::vector<Record>& records, const std::string& source) {
+  for (const Record& rec : records)
+    if (isMarker(rec.type)) outOfPlace(rec, source, "ENTITIES");
 }
 
 void readBlocks(LoadContext& ctx, const std::vector<Record>& records) {

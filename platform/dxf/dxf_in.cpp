@@ -102,6 +102,7 @@ AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObje
 Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
   Split s;
   s.tags.reserve(static_cast<size_t>(rec.end - rec.begin));
+  // The owner is the 330 before the first subclass marker; later 330s are the class's own.
   bool sawHandle = false, sawOwner = false;
   int depth = 0;
   const Tag* t = rec.begin;
@@ -125,6 +126,8 @@ Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
       } else if (depth > 0) {
         --depth;
       }
+    } else if (t->code == 100) {
+      sawOwner = true;
     } else if (!sawOwner && depth == 0 && t->code == 330) {
       s.owner = parseHandle(t->value);
       sawOwner = true;
@@ -412,6 +415,7 @@ void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) 
 
   for (const auto& [name, records] : parsed)
     if (name == "BLOCKS") checkBlocks(records, source);
+    else if (name == "ENTITIES") checkEntities(records, source);
 
   DatabaseImpl& impl = db.impl();
   clearDatabase(impl);

@@ -130,8 +130,9 @@ void readHeader(LoadContext& ctx, const Tag* begin, const Tag* end);
 void applyHeader(LoadContext& ctx);
 void readTables(LoadContext& ctx, const std::vector<Record>& records);
 void readBlocks(LoadContext& ctx, const std::vector<Record>& records);
-// Throws for what readBlocks cannot take, before the database is touched.
+// Throw for what the section readers cannot take, before the database is touched.
 void checkBlocks(const std::vector<Record>& records, const std::string& source);
+void checkEntities(const std::vector<Record>& records, const std::string& source);
 void readEntities(LoadContext& ctx, const std::vector<Record>& records, AcDbObjectId defaultOwner);
 void readObjects(LoadContext& ctx, const std::vector<Record>& records);
 // An entity and its followers starting at records[i]; returns the index after them.

@@ -41,8 +41,10 @@ bool live(AcDbObjectId id) { return !id.isNull() && peek(id) != nullptr && !id.i
 void writeStart(Out& out, std::string_view type, const AcDbObject& obj, const std::vector<RawTag>& tags,
                 std::size_t& rest, int handleCode) {
   out.w.string(0, type);
-  out.w.string(handleCode, handleOf(obj.objectId()));
   std::size_t i = 0;
+  // A table's head names the table before its handle.
+  if (type == "TABLE" && !tags.empty() && tags[0].code == 2) out.text(2, tags[i++].value);
+  out.w.string(handleCode, handleOf(obj.objectId()));
   while (i < tags.size() && tags[i].code == 102 && !tags[i].value.empty() && tags[i].value.front() == '{') {
     std::size_t j = i;
     while (j < tags.size() && !(j > i && tags[j].code == 102)) ++j;

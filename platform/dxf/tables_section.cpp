@@ -11,6 +11,8 @@ namespace tdhost::dxf {
 
 namespace {
 
+constexpr double kPi = 3.14159265358979323846;
+
 struct KindInfo {
   std::string_view table;   // the table's name in the file and its records' type
   std::string_view marker;  // the records' subclass marker
@@ -69,6 +71,12 @@ double real(const std::vector<RawTag>& tags, int code, double fallback) {
   return fallback;
 }
 
+std::string_view text(const std::vector<RawTag>& tags, int code) {
+  for (const RawTag& t : tags)
+    if (t.code == code) return t.value;
+  return {};
+}
+
 bool has(const std::vector<RawTag>& tags, int code) {
   for (const RawTag& t : tags)
     if (t.code == code) return true;
@@ -106,16 +114,35 @@ void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<
     const int dir = vport ? 16 : 11, target = vport ? 17 : 12;
     if (has(tags, dir)) view->setViewDirection(point(tags, dir).asVector());
     view->setTarget(point(tags, target));
-    view->setViewTwist(real(tags, vport ? 51 : 50, 0));
+    view->setViewTwist(real(tags, vport ? 51 : 50, 0) * kPi / 180.0);
+    view->setLensLength(real(tags, 42, 50.0));
+    view->setFrontClipDistance(real(tags, 43, 0));
+    view->setBackClipDistance(real(tags, 44, 0));
+    const auto mode = static_cast<int>(real(tags, 71, 0));
+    view->setFrontClipEnabled((mode & 2) != 0);
+    view->setBackClipEnabled((mode & 4) != 0);
   } else if (auto* style = AcDbTextStyleTableRecord::cast(&rec)) {
+    const auto flags = static_cast<int>(real(tags, 70, 0));
+    style->setIsShapeFile((flags & 1) != 0);
+    style->setIsVertical((flags & 4) != 0);
+    style->setFlagBits(static_cast<Adesk::UInt8>(std::clamp(real(tags, 71, 0), 0.0, 255.0)));
     style->setTextSize(std::max(0.0, real(tags, 40, 0)));
     if (double x = real(tags, 41, 1.0); x > 0) style->setXScale(x);
+    style->setPriorSize(std::max(0.0, real(tags, 42, 0.2)));
+    // The file has degrees; the record keeps radians.
+    style->setObliquingAngle(real(tags, 50, 0) * kPi / 180.0);
+    style->setFileName(widen(text(tags, 3)).c_str());
+    style->setBigFontFileName(widen(text(tags, 4)).c_str());
+  } else if (auto* linetype = AcDbLinetypeTableRecord::cast(&rec)) {
+    linetype->setComments(widen(text(tags, 3)).c_str());
+    linetype->setPatternLength(real(tags, 40, 0));
+    std::vector<double> dashes;
     for (const RawTag& t : tags)
-      if (t.code == 3) {
-        style->setFileName(widen(t.value).c_str());
-        break;
-      }
+      if (t.code == 49) dashes.push_back(toDouble(t.value));
+    linetype->setNumDashes(static_cast<int>(dashes.size()));
+    for (std::size_t i = 0; i < dashes.size(); ++i) linetype->setDashLengthAt(static_cast<int>(i), dashes[i]);
   }
+  if (auto* view = AcDbViewTableRecord::cast(&rec)) view->setIsPaperspaceView((static_cast<int>(real(tags, 70, 0)) & 1) != 0);
 }
 
 }  // namespace
@@ -201,9 +228,6 @@ AcDbObjectId layerNamed(LoadContext& ctx, std::string_view name) {
     // Files may use layers their table lacks; the drawing gets the layer so it stays valid.
     auto layer = std::make_unique<AcDbLayerTableRecord>();
     layer->setNameLoaded(wide);
-    AcCmColor white;
-    white.setColorIndex(7);
-    layer->setColor(white);
     AcDbLayerTableRecord* raw = layer.get();
     id = place(ctx, AcDbHandle(), std::move(layer));
     ObjectAccess::setOwner(*raw, tableId);
@@ -229,12 +253,43 @@ void pointOverride(std::vector<Override>& ov, int code, double x, double y, doub
   ov.push_back(std::move(o));
 }
 
-std::vector<Override> overridesOf(const AcDbSymbolTableRecord& rec) {
+// Flags: the bits the record models come from it, the others from the file (xref and
+// reference bits the host does not model).
+void addFlags(std::vector<Override>& ov, int code, int modelled, int mask, const std::vector<RawTag>& kept, int anchor) {
+  // Nothing modelled: the file's tags stay as they are (a dimension style has a second 70).
+  if (mask == 0 && has(kept, code)) return;
+  const int flags = (static_cast<int>(real(kept, code, 0)) & ~mask) | modelled;
+  ov.push_back({{code}, {{code, num(static_cast<long long>(flags))}}, anchor, false});
+}
+
+// A linetype's pattern is rewritten only when its dashes changed: complex dashes (shapes,
+// texts) the record does not model stay as the file had them.
+void linetypeOverrides(std::vector<Override>& ov, const AcDbLinetypeTableRecord& lt, const std::vector<RawTag>& kept) {
+  const ACHAR* comments = nullptr;
+  lt.comments(comments);
+  ov.push_back({{3}, {{3, narrow(comments ? comments : L"")}}, 70, false});
+  ov.push_back({{72}, {{72, "65"}}, 3, false});
+  ov.push_back({{73}, {{73, num(static_cast<long long>(lt.numDashes()))}}, 72, false});
+  ov.push_back({{40}, {{40, num(lt.patternLength())}}, 73, false});
+  std::vector<double> file;
+  for (const RawTag& t : kept)
+    if (t.code == 49) file.push_back(toDouble(t.value));
+  bool same = file.size() == static_cast<std::size_t>(lt.numDashes());
+  for (std::size_t i = 0; same && i < file.size(); ++i) same = file[i] == lt.dashLengthAt(static_cast<int>(i));
+  if (same) return;
+  Override dashes{{49, 74, 75, 340, 46, 50, 44, 45, 9}, {}, 40, false};
+  for (int i = 0; i < lt.numDashes(); ++i) {
+    dashes.tags.push_back({49, num(lt.dashLengthAt(i))});
+    dashes.tags.push_back({74, "0"});
+  }
+  ov.push_back(std::move(dashes));
+}
+
+std::vector<Override> overridesOf(const AcDbSymbolTableRecord& rec, const std::vector<RawTag>& kept) {
   std::vector<Override> ov;
   ov.push_back({{2}, {{2, narrow(rec.nameText())}}, 0, false});
   if (auto* layer = AcDbLayerTableRecord::cast(&rec)) {
-    const int flags = (layer->isFrozen() ? 1 : 0) | (layer->isLocked() ? 4 : 0);
-    ov.push_back({{70}, {{70, num(static_cast<long long>(flags))}}, 2, false});
+    addFlags(ov, 70, (layer->isFrozen() ? 1 : 0) | (layer->isLocked() ? 4 : 0), 1 | 4, kept, 2);
     const int colour = layer->color().colorIndex();
     ov.push_back({{62}, {{62, num(static_cast<long long>(layer->isOff() ? -colour : colour))}}, 70, false});
     std::string linetype = "Continuous";
@@ -242,7 +297,7 @@ std::vector<Override> overridesOf(const AcDbSymbolTableRecord& rec) {
     ov.push_back({{6}, {{6, linetype}}, 62, false});
     if (!layer->isPlottable()) ov.push_back({{290}, {{290, "0"}}, 6, false});
   } else if (auto* ucs = AcDbUCSTableRecord::cast(&rec)) {
-    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    addFlags(ov, 70, 0, 0, kept, 2);
     const AcGePoint3d o = ucs->origin();
     const AcGeVector3d x = ucs->xAxis(), y = ucs->yAxis();
     pointOverride(ov, 10, o.x, o.y, o.z);
@@ -252,39 +307,55 @@ std::vector<Override> overridesOf(const AcDbSymbolTableRecord& rec) {
     const bool vport = AcDbViewportTableRecord::cast(&rec) != nullptr;
     double cx = 0, cy = 0;
     view->getCenter(cx, cy);
-    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    const auto* named = AcDbViewTableRecord::cast(&rec);
+    addFlags(ov, 70, named && named->isPaperspaceView() ? 1 : 0, vport ? 0 : 1, kept, 2);
+    const double twist = view->viewTwist() * 180.0 / kPi;
+    const AcGeVector3d dir = view->viewDirection();
+    const AcGePoint3d target = view->target();
     if (vport) {
       pointOverride(ov, 12, cx, cy, 0, false);
-      pointOverride(ov, 16, view->viewDirection().x, view->viewDirection().y, view->viewDirection().z);
-      pointOverride(ov, 17, view->target().x, view->target().y, view->target().z);
+      pointOverride(ov, 16, dir.x, dir.y, dir.z);
+      pointOverride(ov, 17, target.x, target.y, target.z);
       ov.push_back({{40}, {{40, num(view->height())}}, 0, false});
       ov.push_back({{41}, {{41, num(view->height() > 0 ? view->width() / view->height() : 1.0)}}, 40, false});
-      ov.push_back({{51}, {{51, num(view->viewTwist())}}, 0, false});
+      ov.push_back({{42}, {{42, num(view->lensLength())}}, 41, false});
+      ov.push_back({{43}, {{43, num(view->frontClipDistance())}}, 42, false});
+      ov.push_back({{44}, {{44, num(view->backClipDistance())}}, 43, false});
+      ov.push_back({{51}, {{51, num(twist)}}, 44, false});
     } else {
       ov.push_back({{40}, {{40, num(view->height())}}, 70, false});
       pointOverride(ov, 10, cx, cy, 0, false);
       ov.push_back({{41}, {{41, num(view->width())}}, 0, false});
-      pointOverride(ov, 11, view->viewDirection().x, view->viewDirection().y, view->viewDirection().z);
-      pointOverride(ov, 12, view->target().x, view->target().y, view->target().z);
-      ov.push_back({{50}, {{50, num(view->viewTwist())}}, 0, false});
+      pointOverride(ov, 11, dir.x, dir.y, dir.z);
+      pointOverride(ov, 12, target.x, target.y, target.z);
+      ov.push_back({{42}, {{42, num(view->lensLength())}}, 0, false});
+      ov.push_back({{43}, {{43, num(view->frontClipDistance())}}, 42, false});
+      ov.push_back({{44}, {{44, num(view->backClipDistance())}}, 43, false});
+      ov.push_back({{50}, {{50, num(twist)}}, 44, false});
     }
+    const int mode = (view->frontClipEnabled() ? 2 : 0) | (view->backClipEnabled() ? 4 : 0);
+    addFlags(ov, 71, mode, 2 | 4, kept, vport ? 51 : 50);
   } else if (auto* style = AcDbTextStyleTableRecord::cast(&rec)) {
-    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    const int flags = (style->isShapeFile() ? 1 : 0) | (style->isVertical() ? 4 : 0);
+    addFlags(ov, 70, flags, 1 | 4, kept, 2);
     ov.push_back({{40}, {{40, num(style->textSize())}}, 70, false});
     ov.push_back({{41}, {{41, num(style->xScale())}}, 40, false});
+    ov.push_back({{50}, {{50, num(style->obliquingAngle() * 180.0 / kPi)}}, 41, false});
+    ov.push_back({{71}, {{71, num(static_cast<long long>(style->flagBits()))}}, 50, false});
+    ov.push_back({{42}, {{42, num(style->priorSize())}}, 71, false});
     const ACHAR* file = nullptr;
     style->fileName(file);
-    ov.push_back({{3}, {{3, narrow(file ? file : L"")}}, 41, false});
-  } else if (AcDbLinetypeTableRecord::cast(&rec)) {
-    ov.push_back({{70}, {{70, "0"}}, 2, false});
-    ov.push_back({{3}, {{3, ""}}, 70, false});
-    ov.push_back({{72}, {{72, "65"}}, 3, false});
-    ov.push_back({{73}, {{73, "0"}}, 72, false});
-    ov.push_back({{40}, {{40, "0.0"}}, 73, false});
+    ov.push_back({{3}, {{3, narrow(file ? file : L"")}}, 42, false});
+    const ACHAR* bigFont = nullptr;
+    style->bigFontFileName(bigFont);
+    ov.push_back({{4}, {{4, narrow(bigFont ? bigFont : L"")}}, 3, false});
+  } else if (auto* linetype = AcDbLinetypeTableRecord::cast(&rec)) {
+    addFlags(ov, 70, 0, 0, kept, 2);
+    linetypeOverrides(ov, *linetype, kept);
   } else if (AcDbBlockTableRecord::cast(&rec)) {
     // Only the name: a block's own fields live in its BLOCK entity.
   } else {
-    ov.push_back({{70}, {{70, "0"}}, 2, false});
+    addFlags(ov, 70, 0, 0, kept, 2);
   }
   return ov;
 }
@@ -324,7 +395,7 @@ void writeTables(Out& out, AcDbDatabase& db, DxfState* state) {
       const std::vector<RawTag>& recTags = recKept ? recKept->tags : recTempl;
       size_t recRest = 0;
       writeStart(out, k.table, *rec, recTags, recRest, k.kind == kDimStyleTable ? 105 : 5);
-      std::vector<Override> recOv = overridesOf(*rec);
+      std::vector<Override> recOv = overridesOf(*rec, recTags);
       writeWithOverrides(out, recTags, recRest, recOv);
       writeXData(out, *rec);
     }

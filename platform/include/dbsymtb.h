@@ -239,7 +239,12 @@ class TDHOST_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
 
  private:
   bool mOff = false, mFrozen = false, mLocked = false, mPlottable = true;
-  AcCmColor mColor;
+  AcCmColor mColor = white();
+  static AcCmColor white() {
+    AcCmColor c;
+    c.setColorIndex(7);
+    return c;
+  }
   AcDbObjectId mLinetype;
 };
 

@@ -55,6 +55,26 @@ TEST_F(DxfFiles, MalformedInputIsRejectedWithLocationAndLeavesDrawingAlone) {
   }
 }
 
+// Files that once broke the reader (kept as a regression corpus, also the fuzzer's seeds):
+// each is either refused with its location or loads, saves, reloads and saves the same again.
+TEST_F(DxfFiles, KeptMalformedFilesAreRefusedOrSurviveASaveAndReload) {
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(TDUTILW_MALFORMED_DIR)) {
+    ++files;
+    const std::string path = entry.path().string(), name = entry.path().filename().string();
+    AcDbDatabase loaded(false, true);
+    if (loaded.dxfIn(wide(path).c_str()) != Acad::eOk) {
+      EXPECT_NE(tdhost::lastDxfMessage().find(name + ":"), std::string::npos) << tdhost::lastDxfMessage();
+      continue;
+    }
+    const std::string saved = tdhost::writeDxfText(loaded);
+    AcDbDatabase again(false, true);
+    ASSERT_EQ(tdhost::readDxfText(again, saved, name), Acad::eOk) << name << ": " << tdhost::lastDxfMessage();
+    EXPECT_EQ(tdhost::writeDxfText(again), saved) << name;
+  }
+  EXPECT_GE(files, 9);
+}
+
 TEST_F(DxfFiles, MissingFileAndDirectoryGiveFileStatuses) {
   TempDir dir;
   EXPECT_EQ(db->dxfIn(wide((dir.path() / "none.dxf").string()).c_str()), Acad::eFileNotFound);

@@ -58,9 +58,11 @@ void checkBlocks(const std::vector<Record>& records, const std::string& source) 
   bool open = false;
   for (const Record& rec : records) {
     if (rec.type == "BLOCK") {
-      bool named = false;
-      for (const Tag* t = rec.begin; t != rec.end && !named; ++t) named = t->code == 2 && !t->value.empty();
-      if (!named) throw DxfError(source, rec.line, 2, "a BLOCK without its name (group code 2)");
+      // The name is the first 2 before any extended data, as the reader takes it.
+      const Tag* t = rec.begin;
+      while (t != rec.end && t->code != 2 && t->code != 1001) ++t;
+      if (t == rec.end || t->code != 2 || t->value.empty())
+        throw DxfError(source, rec.line, 2, "a BLOCK without its name (group code 2)");
       open = true;
     } else if (rec.type == "ENDBLK") {
       if (!open) outOfPlace(rec, source, "BLOCKS");

@@ -77,6 +77,17 @@ std::string_view text(const std::vector<RawTag>& tags, int code) {
   return {};
 }
 
+std::int64_t integer(const std::vector<RawTag>& tags, int code, std::int64_t fallback) {
+  for (const RawTag& t : tags)
+    if (t.code == code) return toInteger(t.value);
+  return fallback;
+}
+
+// Flag words: whatever a broken file holds, a value in the 16 bits DXF flags have.
+int flagWord(const std::vector<RawTag>& tags, int code) {
+  return static_cast<int>(std::clamp<std::int64_t>(integer(tags, code, 0), 0, 65535));
+}
+
 bool has(const std::vector<RawTag>& tags, int code) {
   for (const RawTag& t : tags)
     if (t.code == code) return true;
@@ -89,12 +100,12 @@ AcGePoint3d point(const std::vector<RawTag>& tags, int code) {
 
 void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<RawTag>& tags, AcDbObjectId id) {
   if (auto* layer = AcDbLayerTableRecord::cast(&rec)) {
-    const auto colour = static_cast<int>(std::clamp(real(tags, 62, 7), -256.0, 256.0));
+    const auto colour = static_cast<int>(std::clamp<std::int64_t>(integer(tags, 62, 7), -256, 256));
     AcCmColor c;
     c.setColorIndex(static_cast<Adesk::UInt16>(std::min(std::abs(colour), 256)));
     layer->setColor(c);
     layer->setIsOff(colour < 0);
-    const auto flags = static_cast<int>(std::clamp(real(tags, 70, 0), 0.0, 65535.0));
+    const auto flags = flagWord(tags, 70);
     layer->setIsFrozen((flags & 1) != 0);
     layer->setIsLocked((flags & 4) != 0);
     if (has(tags, 290)) layer->setIsPlottable(real(tags, 290, 1) != 0);
@@ -118,14 +129,14 @@ void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<
     view->setLensLength(real(tags, 42, 50.0));
     view->setFrontClipDistance(real(tags, 43, 0));
     view->setBackClipDistance(real(tags, 44, 0));
-    const auto mode = static_cast<int>(real(tags, 71, 0));
+    const auto mode = flagWord(tags, 71);
     view->setFrontClipEnabled((mode & 2) != 0);
     view->setBackClipEnabled((mode & 4) != 0);
   } else if (auto* style = AcDbTextStyleTableRecord::cast(&rec)) {
-    const auto flags = static_cast<int>(real(tags, 70, 0));
+    const auto flags = flagWord(tags, 70);
     style->setIsShapeFile((flags & 1) != 0);
     style->setIsVertical((flags & 4) != 0);
-    style->setFlagBits(static_cast<Adesk::UInt8>(std::clamp(real(tags, 71, 0), 0.0, 255.0)));
+    style->setFlagBits(static_cast<Adesk::UInt8>(std::min(flagWord(tags, 71), 255)));
     style->setTextSize(std::max(0.0, real(tags, 40, 0)));
     if (double x = real(tags, 41, 1.0); x > 0) style->setXScale(x);
     style->setPriorSize(std::max(0.0, real(tags, 42, 0.2)));
@@ -142,7 +153,7 @@ void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<
     linetype->setNumDashes(static_cast<int>(dashes.size()));
     for (std::size_t i = 0; i < dashes.size(); ++i) linetype->setDashLengthAt(static_cast<int>(i), dashes[i]);
   }
-  if (auto* view = AcDbViewTableRecord::cast(&rec)) view->setIsPaperspaceView((static_cast<int>(real(tags, 70, 0)) & 1) != 0);
+  if (auto* view = AcDbViewTableRecord::cast(&rec)) view->setIsPaperspaceView((flagWord(tags, 70) & 1) != 0);
 }
 
 }  // namespace
@@ -258,7 +269,7 @@ void pointOverride(std::vector<Override>& ov, int code, double x, double y, doub
 void addFlags(std::vector<Override>& ov, int code, int modelled, int mask, const std::vector<RawTag>& kept, int anchor) {
   // Nothing modelled: the file's tags stay as they are (a dimension style has a second 70).
   if (mask == 0 && has(kept, code)) return;
-  const int flags = (static_cast<int>(real(kept, code, 0)) & ~mask) | modelled;
+  const int flags = (flagWord(kept, code) & ~mask) | modelled;
   ov.push_back({{code}, {{code, num(static_cast<long long>(flags))}}, anchor, false});
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "dbcurve.h"
+#include "dbray.h"  // the host's dbents.h brings the ray along
 #include "gepnt2d.h"
 #include "gescl3d.h"
 

@@ -314,6 +314,30 @@ TEST_F(AcDbRayDxf, RoundTripThroughTheRayRecord) {
   delete it;
   m2->close();
   EXPECT_EQ(rays, 1);
+
+  // A loaded ray moved and saved again: its record carries the new base, once.
+  ASSERT_EQ(again.getBlockTable(t2, AcDb::kForRead), Acad::eOk);
+  ASSERT_EQ(t2->getAt(ACDB_MODEL_SPACE, m2, AcDb::kForRead), Acad::eOk);
+  t2->close();
+  ASSERT_EQ(m2->newIterator(it), Acad::eOk);
+  for (; !it->done(); it->step()) {
+    AcDbEntity* ent = nullptr;
+    ASSERT_EQ(it->getEntity(ent, AcDb::kForWrite), Acad::eOk);
+    if (auto* r = AcDbRay::cast(ent)) r->setBasePoint(AcGePoint3d(7, 8, 9));
+    ent->close();
+  }
+  delete it;
+  m2->close();
+  std::istringstream saved(tdhost::writeDxfText(again));
+  std::vector<std::string> xs;
+  inRay = false;
+  while (std::getline(saved, code) && std::getline(saved, value)) {
+    const int c = std::stoi(code);
+    if (c == 0) inRay = value.find("RAY") == 0;
+    else if (inRay && c == 10) xs.push_back(value);
+  }
+  ASSERT_EQ(xs.size(), 1u);
+  EXPECT_EQ(std::stod(xs[0]), 7.0);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "dbgroup.h"
 #include "dbmtext.h"
 #include "dbpl.h"
+#include "dbray.h"
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "host_init.h"
@@ -51,6 +52,7 @@ void registerHostClasses() {
   add(AcDbPolyline::gpDesc, L"AcDbPolyline", curve, make<AcDbPolyline>, L"LWPOLYLINE");
   add(AcDb2dPolyline::gpDesc, L"AcDb2dPolyline", curve, make<AcDb2dPolyline>, L"POLYLINE");
   add(AcDb3dPolyline::gpDesc, L"AcDb3dPolyline", curve, make<AcDb3dPolyline>, L"POLYLINE");
+  add(AcDbRay::gpDesc, L"AcDbRay", curve, make<AcDbRay>, L"RAY");
   AcRxClass* vertex = add(AcDbVertex::gpDesc, L"AcDbVertex", ent);
   add(AcDb2dVertex::gpDesc, L"AcDb2dVertex", vertex, make<AcDb2dVertex>, L"VERTEX");
   add(AcDb3dPolylineVertex::gpDesc, L"AcDb3dPolylineVertex", vertex, make<AcDb3dPolylineVertex>, L"VERTEX");

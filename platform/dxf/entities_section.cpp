@@ -27,6 +27,7 @@ bool hasFollowers(const Record& rec) {
 AcRxClass* modelledClass(std::string_view type) {
   static const std::pair<std::string_view, AcRxClass* (*)()> kinds[] = {
       {"LINE", &AcDbLine::desc}, {"ARC", &AcDbArc::desc}, {"CIRCLE", &AcDbCircle::desc},
+      {"RAY", &AcDbRay::desc},
       {"POINT", &AcDbPoint::desc}, {"LWPOLYLINE", &AcDbPolyline::desc}, {"3DFACE", &AcDbFace::desc}};
   for (const auto& [name, desc] : kinds)
     if (name == type) return desc();

@@ -26,6 +26,7 @@
 #include "dbmtext.h"
 #include "dbmain.h"
 #include "dbpl.h"
+#include "dbray.h"
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "gearc3d.h"

@@ -45,7 +45,7 @@ class TDHOST_API AcDbCurve : public AcDbEntity {
   virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& givenPnt, AcGePoint3d& pointOnCurve,
                                               bool extend = false) const;
   // The curve point nearest givenPnt as seen along `normal` (distances measured in the plane
-  // normal to it): the point above or below givenPnt.
+  // normal to it): the point above or below givenPnt; extend as above.
   virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& givenPnt, const AcGeVector3d& normal,
                                               AcGePoint3d& pointOnCurve, bool extend = false) const;
 

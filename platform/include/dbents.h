@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "dbcurve.h"
+#include "dbray.h"  // the host's dbents.h brings the ray along
 #include "gepnt2d.h"
 #include "gescl3d.h"
 
@@ -82,6 +83,8 @@ class TDHOST_API AcDbArc : public AcDbCurve {
   Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  // Start, end and middle point. Moving all three moves the arc; moving some re-fits the arc
+  // through the three (eDegenerateGeometry, unchanged, when they fall in line).
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
   std::shared_ptr<const tdhost::CurvePath> subPath() const override;
@@ -126,6 +129,7 @@ class TDHOST_API AcDbCircle : public AcDbCurve {
   Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  // The centre: a circle is moved, never stretched.
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
   std::shared_ptr<const tdhost::CurvePath> subPath() const override;
@@ -301,6 +305,12 @@ class TDHOST_API AcDb3dPolylineVertex : public AcDbVertex {
 // The old-style 2D polyline: owned AcDb2dVertex objects in the object coordinate system of its
 // normal at an elevation. Parameter: vertex index plus the fraction of the following segment
 // (spline control vertices are not part of the curve).
+//
+// Split pieces are new simple polylines with vertices of their own (bulges of their share of
+// an arc, widths interpolated); splitting and extending spline-fit polylines gives
+// eNotApplicable. Projection onto a parallel plane copies every vertex at the plane's
+// elevation; onto another plane only polylines of straight segments project (eNotApplicable
+// otherwise), into the plane's own coordinate system.
 class TDHOST_API AcDb2dPolyline : public AcDbCurve {
  public:
   ACRX_DECLARE_MEMBERS(AcDb2dPolyline);
@@ -355,10 +365,16 @@ class TDHOST_API AcDb2dPolyline : public AcDbCurve {
  protected:
   AcDb2dPolyline(const AcDb2dPolyline&) = default;
   AcDb2dPolyline& operator=(const AcDb2dPolyline&) = default;
+  AcDbCurve* subCurveBetween(double fromParam, double toParam) const override;
+  Acad::ErrorStatus subExtendTo(bool atStart, double newParam) override;
+  Acad::ErrorStatus subProjected(const AcGePlane& plane, AcDbCurve*& projCurve) const override;
 
  private:
   Acad::ErrorStatus insertAt(std::size_t pos, AcDb2dVertex* v, AcDbObjectId& id);
   std::vector<const AcDb2dVertex*> curveVertices() const;
+  bool isSplineFit() const { return mPolyType == AcDb::k2dQuadSplinePoly || mPolyType == AcDb::k2dCubicSplinePoly; }
+  // A new empty polyline with this one's plane, widths and traits.
+  AcDb2dPolyline* emptyCopy() const;
 
   tdhost::VertexStore mVertices;
   AcGeVector3d mNormal{0, 0, 1};
@@ -372,6 +388,10 @@ class TDHOST_API AcDb2dPolyline : public AcDbCurve {
 
 // The 3D polyline: owned AcDb3dPolylineVertex objects joined by straight segments. Parameter:
 // vertex index plus the fraction of the following segment (control vertices are not on it).
+//
+// Split pieces are new simple 3D polylines; splitting and extending spline-fit ones gives
+// eNotApplicable. Projection onto any plane projects every vertex (a spline's projection is the
+// spline of its projected control points).
 class TDHOST_API AcDb3dPolyline : public AcDbCurve {
  public:
   ACRX_DECLARE_MEMBERS(AcDb3dPolyline);
@@ -409,10 +429,14 @@ class TDHOST_API AcDb3dPolyline : public AcDbCurve {
  protected:
   AcDb3dPolyline(const AcDb3dPolyline&) = default;
   AcDb3dPolyline& operator=(const AcDb3dPolyline&) = default;
+  AcDbCurve* subCurveBetween(double fromParam, double toParam) const override;
+  Acad::ErrorStatus subExtendTo(bool atStart, double newParam) override;
+  Acad::ErrorStatus subProjected(const AcGePlane& plane, AcDbCurve*& projCurve) const override;
 
  private:
   Acad::ErrorStatus insertAt(std::size_t pos, AcDb3dPolylineVertex* v, AcDbObjectId& id);
   std::vector<const AcDb3dPolylineVertex*> curveVertices() const;
+  bool isSplineFit() const { return mPolyType == AcDb::k3dQuadSplinePoly || mPolyType == AcDb::k3dCubicSplinePoly; }
 
   tdhost::VertexStore mVertices;
   AcDb::Poly3dType mPolyType = AcDb::k3dSimplePoly;

@@ -105,16 +105,42 @@ Acad::ErrorStatus AcDbArc::getGeomExtents(AcDbExtents& extents) const {
 
 Acad::ErrorStatus AcDbArc::getStretchPoints(AcGePoint3dArray& stretchPoints) const {
   if (Acad::ErrorStatus es = checkRead("getStretchPoints"); es != Acad::eOk) return es;
-  stretchPoints.append(mCenter);
+  const double end = raisedEnd(mStartAngle, mEndAngle);
+  const AcGeCircArc3d arc = worldArc(mCenter, mNormal, mRadius, mStartAngle, end);
+  stretchPoints.append(arc.startPoint());
+  stretchPoints.append(arc.endPoint());
+  stretchPoints.append(arc.evalPoint((mStartAngle + end) / 2.0));
   return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbArc::moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) {
   if (Acad::ErrorStatus es = checkWrite("moveStretchPointsAt"); es != Acad::eOk) return es;
+  bool moved[3] = {false, false, false};
   for (int i : indices) {
-    if (i != 0) return Acad::eInvalidIndex;
-    mCenter += offset;
+    if (i < 0 || i > 2) return Acad::eInvalidIndex;
+    moved[i] = true;
   }
+  if (!moved[0] && !moved[1] && !moved[2]) return Acad::eOk;
+  if (moved[0] && moved[1] && moved[2]) {
+    mCenter += offset;
+    return Acad::eOk;
+  }
+  AcGePoint3dArray pts;
+  getStretchPoints(pts);
+  for (int k = 0; k < 3; ++k)
+    if (moved[k]) pts[k] += offset;
+  // The arc through the moved ends and middle; it keeps its side of the old normal (start and
+  // end trade places when the three points now turn the other way).
+  AcGeError error = AcGe::kOk;
+  AcGeCircArc3d fit;
+  fit.set(pts[0], pts[2], pts[1], error);
+  if (error != AcGe::kOk) return Acad::eDegenerateGeometry;
+  const bool turned = fit.normal().dotProduct(mNormal) < 0.0;
+  mCenter = fit.center();
+  mRadius = fit.radius();
+  mNormal = turned ? -fit.normal() : fit.normal();
+  mStartAngle = tdhost::ocsAngle((turned ? pts[1] : pts[0]) - mCenter, mNormal);
+  mEndAngle = tdhost::ocsAngle((turned ? pts[0] : pts[1]) - mCenter, mNormal);
   return Acad::eOk;
 }
 
@@ -207,10 +233,9 @@ Acad::ErrorStatus AcDbCircle::getStretchPoints(AcGePoint3dArray& stretchPoints) 
 
 Acad::ErrorStatus AcDbCircle::moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) {
   if (Acad::ErrorStatus es = checkWrite("moveStretchPointsAt"); es != Acad::eOk) return es;
-  for (int i : indices) {
+  for (int i : indices)
     if (i != 0) return Acad::eInvalidIndex;
-    mCenter += offset;
-  }
+  if (indices.length() > 0) mCenter += offset;
   return Acad::eOk;
 }
 

@@ -213,8 +213,8 @@ Acad::ErrorStatus AcDbCurve::getClosestPointTo(const AcGePoint3d& givenPnt, cons
   Acad::ErrorStatus es;
   auto path = readPath(*this, es);
   if (!path) return es;
-  (void)extend;  // the projected query stays on the curve
-  pointOnCurve = path->pointAt(path->closestAlong(givenPnt, normal.normal()));
+  const AcGeVector3d dir = normal.normal();
+  pointOnCurve = extend ? path->closestAlongExtended(givenPnt, dir) : path->pointAt(path->closestAlong(givenPnt, dir));
   return Acad::eOk;
 }
 

@@ -203,29 +203,59 @@ PathLocation CurvePath::closestAlong(const AcGePoint3d& p, const AcGeVector3d& d
   return best;
 }
 
+namespace {
+
+// The point of the line through a with direction d nearest p as seen along unit dir: the
+// squared distance across dir is quadratic in the line parameter. A line seen end-on answers a.
+AcGePoint3d lineClosestAlong(const AcGePoint3d& a, const AcGeVector3d& d, const AcGePoint3d& p,
+                             const AcGeVector3d& dir) {
+  const AcGeVector3d across = d - dir * d.dotProduct(dir);
+  const double k = across.lengthSqrd();
+  if (k <= 1e-24 * d.lengthSqrd()) return a;
+  AcGeVector3d w = a - p;
+  w -= dir * w.dotProduct(dir);
+  return a + d * (-w.dotProduct(across) / k);
+}
+
+double acrossDistance(const AcGePoint3d& q, const AcGePoint3d& p, const AcGeVector3d& dir) {
+  AcGeVector3d d = q - p;
+  d -= dir * d.dotProduct(dir);
+  return d.length();
+}
+
+}  // namespace
+
 AcGePoint3d CurvePath::closestExtended(const AcGePoint3d& p) const {
-  PathLocation loc = closest(p);
-  AcGePoint3d best = pointAt(loc);
-  if (mClosed || mPieces.empty()) return best;
+  AcGePoint3d best = pointAt(closest(p));
   double bestDist = p.distanceTo(best);
-  const std::size_t ends[2] = {0, mPieces.size() - 1};
-  for (std::size_t e = 0; e < (ends[0] == ends[1] ? 1u : 2u); ++e) {
-    const PathPiece& piece = mPieces[ends[e]];
-    AcGePoint3d c;
-    if (piece.isArc) {
-      AcGeCircArc3d circle(piece.arc.center(), piece.arc.normal(), piece.arc.refVec(), piece.arc.radius(), 0.0, kTwoPi);
-      c = circle.closestPointTo(p);
-    } else if (piece.length > 0.0) {
-      c = AcGeLine3d(piece.line.startPoint(), piece.line.endPoint()).closestPointTo(p);
-    } else {
-      continue;
-    }
+  forExtendedEnds([&](const PathPiece& piece) {
+    const AcGePoint3d c = piece.isArc ? wholeCircle(piece.arc).closestPointTo(p)
+                                      : AcGeLine3d(piece.line.startPoint(), piece.line.endPoint()).closestPointTo(p);
     if (p.distanceTo(c) < bestDist) {
       bestDist = p.distanceTo(c);
       best = c;
     }
-  }
+  });
   return best;
+}
+
+AcGePoint3d CurvePath::closestAlongExtended(const AcGePoint3d& p, const AcGeVector3d& dir) const {
+  AcGePoint3d best = pointAt(closestAlong(p, dir));
+  double bestDist = acrossDistance(best, p, dir);
+  forExtendedEnds([&](const PathPiece& piece) {
+    const AcGePoint3d c =
+        piece.isArc ? wholeCircle(piece.arc).projClosestPointTo(p, dir)
+                    : lineClosestAlong(piece.line.startPoint(), piece.line.endPoint() - piece.line.startPoint(), p, dir);
+    if (acrossDistance(c, p, dir) < bestDist) {
+      bestDist = acrossDistance(c, p, dir);
+      best = c;
+    }
+  });
+  return best;
+}
+
+AcGeCircArc3d CurvePath::wholeCircle(const AcGeCircArc3d& arc) {
+  return AcGeCircArc3d(arc.center(), arc.normal(), arc.refVec(), arc.radius(), 0.0, kTwoPi);
 }
 
 void arcExtents(const AcGeCircArc3d& arc, double sweep, AcGePoint3d& min, AcGePoint3d& max) {

@@ -56,6 +56,10 @@ class CurvePath {
   void addBulge(const ge::BulgeSegment& seg, const AcGeVector3d& normal, double elevation, double param0,
                 double param1);
   void finish(bool closed, bool periodic);
+  // The last piece (a line) runs on without end, as a ray does; queries other than
+  // intersections do not know of it.
+  void setUnboundedEnd() { mUnboundedEnd = true; }
+  bool unboundedEnd() const { return mUnboundedEnd; }
 
   const std::vector<PathPiece>& pieces() const { return mPieces; }
   bool empty() const { return mPieces.empty(); }
@@ -83,6 +87,8 @@ class CurvePath {
   PathLocation closest(const AcGePoint3d& p) const;
   // The path point nearest p as seen along unit direction dir.
   PathLocation closestAlong(const AcGePoint3d& p, const AcGeVector3d& dir) const;
+  // The same when an open path's end pieces are extended (as closestExtended).
+  AcGePoint3d closestAlongExtended(const AcGePoint3d& p, const AcGeVector3d& dir) const;
   // The nearest point when an open path's end pieces are extended (lines to infinity, arcs to
   // their circles); the result may lie beyond the path's ends.
   AcGePoint3d closestExtended(const AcGePoint3d& p) const;
@@ -92,6 +98,18 @@ class CurvePath {
 
  private:
   const ge::SegmentIndex& index() const;
+  static AcGeCircArc3d wholeCircle(const AcGeCircArc3d& arc);
+  // Each end piece of an open path that extends: arcs to their circles, lines without end
+  // (zero-length lines have no direction and stay out).
+  template <class Visit>
+  void forExtendedEnds(Visit visit) const {
+    if (mClosed || mPieces.empty()) return;
+    const std::size_t ends[2] = {0, mPieces.size() - 1};
+    for (std::size_t e = 0; e < (ends[0] == ends[1] ? 1u : 2u); ++e) {
+      const PathPiece& piece = mPieces[ends[e]];
+      if (piece.isArc || piece.length > 0.0) visit(piece);
+    }
+  }
 
   std::vector<PathPiece> mPieces;
   std::vector<ge::BulgeSegment> mPlan;  // per piece, when planar
@@ -101,6 +119,7 @@ class CurvePath {
   bool mPlanar = true;
   bool mClosed = false;
   bool mPeriodic = false;
+  bool mUnboundedEnd = false;
   double mTol = 1e-9;
   mutable std::unique_ptr<ge::SegmentIndex> mIndex;
 };

@@ -179,11 +179,15 @@ void appendUnique(AcGePoint3dArray& points, const AcGePoint3d& p, double tol) {
   points.append(p);
 }
 
+// A ray's path runs on past its last piece whatever the mode; extending it adds the half
+// behind its base.
 struct Operand {
   std::shared_ptr<const CurvePath> path;
   bool extend = false;
   bool extBack(std::size_t i) const { return extend && !path->isClosed() && i == 0; }
-  bool extFwd(std::size_t i) const { return extend && !path->isClosed() && i + 1 == path->pieces().size(); }
+  bool extFwd(std::size_t i) const {
+    return (extend || path->unboundedEnd()) && !path->isClosed() && i + 1 == path->pieces().size();
+  }
   bool extended(std::size_t i) const { return extBack(i) || extFwd(i); }
 };
 

@@ -211,6 +211,88 @@ TEST(CurveTransforms, MirrorKeepsArcPoints) {
   expectNear(e2, e.transformBy(mirror), 1e-9);
 }
 
+TEST(CurveClosestAlong, ExtendReachesPastTheEnds) {
+  AcDbLine slanted(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 10));
+  AcGePoint3d c;
+  ASSERT_EQ(slanted.getClosestPointTo(AcGePoint3d(-3, 5, 100), AcGeVector3d::kZAxis, c), Acad::eOk);
+  expectNear(c, AcGePoint3d(0, 0, 0));
+  ASSERT_EQ(slanted.getClosestPointTo(AcGePoint3d(-3, 5, 100), AcGeVector3d::kZAxis, c, true), Acad::eOk);
+  expectNear(c, AcGePoint3d(-3, 0, -3), 1e-9);
+  // A quarter arc seen from above: beyond its end the extended query follows the circle.
+  AcDbArc arc(AcGePoint3d(0, 0, 0), 5.0, 0.0, kPi / 2);
+  ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(-5, 1, 50), AcGeVector3d::kZAxis, c), Acad::eOk);
+  expectNear(c, AcGePoint3d(0, 5, 0), 1e-6);
+  ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(-5, 1, 50), AcGeVector3d::kZAxis, c, true), Acad::eOk);
+  expectNear(c, AcGePoint3d(-25 / std::sqrt(26.0), 5 / std::sqrt(26.0), 0), 1e-6);
+  // A closed curve has no ends to extend.
+  AcDbCircle circle(AcGePoint3d(0, 0, 0), AcGeVector3d::kZAxis, 2.0);
+  ASSERT_EQ(circle.getClosestPointTo(AcGePoint3d(0, 9, 3), AcGeVector3d::kZAxis, c, true), Acad::eOk);
+  expectNear(c, AcGePoint3d(0, 2, 0), 1e-6);
+}
+
+// The quarter arc of radius 5 about the origin from (5, 0) to (0, 5).
+TEST(ArcStretch, EndsAndMiddleRefitTheArc) {
+  auto quarter = [] { return std::make_unique<AcDbArc>(AcGePoint3d(0, 0, 0), 5.0, 0.0, kPi / 2); };
+  auto arc = quarter();
+  AcGePoint3dArray pts;
+  ASSERT_EQ(arc->getStretchPoints(pts), Acad::eOk);
+  ASSERT_EQ(pts.length(), 3);
+  expectNear(pts[0], AcGePoint3d(5, 0, 0));
+  expectNear(pts[1], AcGePoint3d(0, 5, 0));
+  expectNear(pts[2], AcGePoint3d(5 / std::sqrt(2.0), 5 / std::sqrt(2.0), 0));
+  AcGeIntArray all;
+  for (int i : {2, 0, 1}) all.append(i);
+  ASSERT_EQ(arc->moveStretchPointsAt(all, AcGeVector3d(1, 2, 3)), Acad::eOk);
+  expectNear(arc->center(), AcGePoint3d(1, 2, 3));
+  EXPECT_NEAR(arc->radius(), 5.0, 1e-12);
+  EXPECT_NEAR(arc->totalAngle(), kPi / 2, 1e-12);
+
+  // The end swung down to (-5, 0): the circle through the three is the same, the arc a half.
+  arc = quarter();
+  AcGeIntArray end;
+  end.append(1);
+  ASSERT_EQ(arc->moveStretchPointsAt(end, AcGeVector3d(-5, -5, 0)), Acad::eOk);
+  expectNear(arc->center(), AcGePoint3d(0, 0, 0));
+  EXPECT_NEAR(arc->radius(), 5.0, 1e-12);
+  EXPECT_NEAR(arc->startAngle(), 0.0, 1e-12);
+  EXPECT_NEAR(arc->endAngle(), kPi, 1e-12);
+
+  // The middle pulled across the chord to (1, 1): the arc now bends the other way, through
+  // the circle centred (23/6, 23/6) by symmetry; its normal stays up, its ends trade places.
+  arc = quarter();
+  AcGeIntArray mid;
+  mid.append(2);
+  const double m = 5 / std::sqrt(2.0);
+  ASSERT_EQ(arc->moveStretchPointsAt(mid, AcGeVector3d(1 - m, 1 - m, 0)), Acad::eOk);
+  expectNear(arc->center(), AcGePoint3d(23.0 / 6, 23.0 / 6, 0), 1e-9);
+  EXPECT_NEAR(arc->radius(), std::sqrt(578.0) / 6, 1e-9);
+  EXPECT_EQ(arc->normal(), AcGeVector3d(0, 0, 1));
+  for (const AcGePoint3d& p : {AcGePoint3d(5, 0, 0), AcGePoint3d(0, 5, 0), AcGePoint3d(1, 1, 0)}) {
+    double d = 0;
+    EXPECT_EQ(arc->getDistAtPoint(p, d), Acad::eOk) << p.x << "," << p.y;
+  }
+
+  // The middle onto the chord leaves no arc; nothing changes.
+  arc = quarter();
+  EXPECT_EQ(arc->moveStretchPointsAt(mid, AcGeVector3d(2.5 - m, 2.5 - m, 0)), Acad::eDegenerateGeometry);
+  EXPECT_EQ(arc->center(), AcGePoint3d(0, 0, 0));
+  EXPECT_EQ(arc->radius(), 5.0);
+  AcGeIntArray bad;
+  bad.append(3);
+  EXPECT_EQ(arc->moveStretchPointsAt(bad, AcGeVector3d(1, 0, 0)), Acad::eInvalidIndex);
+
+  // A circle only moves.
+  AcDbCircle circle(AcGePoint3d(1, 1, 0), AcGeVector3d::kZAxis, 2.0);
+  pts.setLogicalLength(0);
+  ASSERT_EQ(circle.getStretchPoints(pts), Acad::eOk);
+  ASSERT_EQ(pts.length(), 1);
+  AcGeIntArray centre;
+  centre.append(0);
+  ASSERT_EQ(circle.moveStretchPointsAt(centre, AcGeVector3d(2, 0, 0)), Acad::eOk);
+  EXPECT_EQ(circle.center(), AcGePoint3d(3, 1, 0));
+  EXPECT_EQ(circle.radius(), 2.0);
+}
+
 TEST(CurveExtents, ArcExtentsAreExact) {
   AcDbArc arc(AcGePoint3d(0, 0, 0), 2.0, -0.5, 2.0);  // passes 0 and 90 degrees
   AcDbExtents ext;

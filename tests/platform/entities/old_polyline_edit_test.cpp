@@ -1,0 +1,292 @@
+// AcDb2dPolyline and AcDb3dPolyline split, extended and projected, against hand-worked
+// geometry and the textbook bulge formulas.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include "arxHeaders.h"
+#include "entity_test_support.h"
+#include "host_fixture.h"
+#include "tdhost/undo.h"
+
+using enttest::kPi;
+using enttest::RefPolyline;
+
+namespace {
+
+void expectNear(const AcGePoint3d& a, const AcGePoint3d& b, double tol = 1e-9) {
+  EXPECT_LE(a.distanceTo(b), tol) << "(" << a.x << "," << a.y << "," << a.z << ") vs (" << b.x << "," << b.y << ","
+                                  << b.z << ")";
+}
+
+std::unique_ptr<AcDb2dPolyline> make2d(const RefPolyline& ref, double elevation = 0.0,
+                                       const std::vector<double>& widths = {}) {
+  auto pl = std::make_unique<AcDb2dPolyline>();
+  pl->setElevation(elevation);
+  for (std::size_t i = 0; i < ref.pts.size(); ++i) {
+    const double w0 = i < widths.size() ? widths[i] : 0.0, w1 = i + 1 < widths.size() ? widths[i + 1] : 0.0;
+    pl->appendVertex(new AcDb2dVertex(AcGePoint3d(ref.pts[i].x, ref.pts[i].y, 0.0), ref.bulges[i], w0, w1));
+  }
+  if (ref.closed) pl->makeClosed();
+  return pl;
+}
+
+std::unique_ptr<AcDb3dPolyline> make3d(const std::vector<AcGePoint3d>& pts, bool closed = false) {
+  AcGePoint3dArray arr;
+  for (const AcGePoint3d& p : pts) arr.append(p);
+  return std::make_unique<AcDb3dPolyline>(AcDb::k3dSimplePoly, arr, closed);
+}
+
+double length(const AcDbCurve& c) {
+  double end = 0, len = 0;
+  EXPECT_EQ(c.getEndParam(end), Acad::eOk);
+  EXPECT_EQ(c.getDistAtParam(end, len), Acad::eOk);
+  return len;
+}
+
+std::vector<const AcDb2dVertex*> vertices(const AcDb2dPolyline& pl) {
+  std::vector<const AcDb2dVertex*> out;
+  std::unique_ptr<AcDbObjectIterator> it(pl.vertexIterator());
+  for (it->start(); !it->done(); it->step()) out.push_back(AcDb2dVertex::cast(it->entity()));
+  return out;
+}
+
+std::vector<std::unique_ptr<AcDbCurve>> split(const AcDbCurve& c, std::initializer_list<double> params) {
+  AcGeDoubleArray arr;
+  for (double p : params) arr.append(p);
+  AcDbVoidPtrArray pieces;
+  EXPECT_EQ(c.getSplitCurves(arr, pieces), Acad::eOk);
+  std::vector<std::unique_ptr<AcDbCurve>> out;
+  for (void* v : pieces) out.emplace_back(static_cast<AcDbCurve*>(v));
+  return out;
+}
+
+// A 10 unit line east, then a counter-clockwise half circle (centre (10,5), radius 5) north.
+const RefPolyline kLineAndHalfCircle{{AcGePoint2d(0, 0), AcGePoint2d(10, 0), AcGePoint2d(10, 10)}, {0.0, 1.0, 0.0},
+                                      false};
+
+TEST(AcDb2dPolylineSplit, PiecesOwnTheirVerticesWithSharedBulgesAndWidths) {
+  auto pl = make2d(kLineAndHalfCircle, 4.0, {0.0, 2.0, 2.0});
+  const auto pieces = split(*pl, {1.5, 0.5});
+  ASSERT_EQ(pieces.size(), 3u);
+  const double expectedLength[3] = {5.0, 5.0 + 2.5 * kPi, 2.5 * kPi};
+  for (int k = 0; k < 3; ++k) {
+    const auto* piece = AcDb2dPolyline::cast(pieces[k].get());
+    ASSERT_NE(piece, nullptr);
+    EXPECT_TRUE(piece->objectId().isNull());
+    EXPECT_EQ(piece->elevation(), 4.0);
+    EXPECT_NEAR(length(*piece), expectedLength[k], 1e-9) << "piece " << k;
+  }
+  const auto middle = vertices(*AcDb2dPolyline::cast(pieces[1].get()));
+  ASSERT_EQ(middle.size(), 3u);
+  EXPECT_EQ(middle[0]->position(), AcGePoint3d(5, 0, 4));
+  EXPECT_NEAR(middle[0]->startWidth(), 1.0, 1e-12);  // half-way up the taper
+  EXPECT_NEAR(middle[0]->endWidth(), 2.0, 1e-12);
+  EXPECT_NEAR(middle[1]->bulge(), std::tan(kPi / 2 / 4), 1e-12);  // a quarter circle
+  expectNear(middle[2]->position(), AcGePoint3d(15, 5, 4));  // due east of the centre
+  const auto head = vertices(*AcDb2dPolyline::cast(pieces[0].get()));
+  EXPECT_NEAR(head[0]->endWidth(), 1.0, 1e-12);
+  // The original's vertices are untouched.
+  EXPECT_EQ(vertices(*pl).size(), 3u);
+}
+
+TEST(AcDb2dPolylineSplit, ClosedPolylineWrapsThroughItsStart) {
+  // A 4 x 4 square whose top side bulges out in a half circle.
+  const RefPolyline ref{{AcGePoint2d(0, 0), AcGePoint2d(4, 0), AcGePoint2d(4, 4), AcGePoint2d(0, 4)},
+                        {0.0, 0.0, 1.0, 0.0},
+                        true};
+  auto pl = make2d(ref);
+  const auto pieces = split(*pl, {3.5, 1.5});
+  ASSERT_EQ(pieces.size(), 2u);
+  EXPECT_NEAR(length(*pieces[0]) + length(*pieces[1]), ref.length(), 1e-9);
+  EXPECT_NEAR(length(*pieces[0]), 2.0 + 2.0 * kPi + 2.0, 1e-9);
+  AcGePoint3d s, e;
+  pieces[1]->getStartPoint(s);
+  pieces[1]->getEndPoint(e);
+  expectNear(s, AcGePoint3d(0, 2, 0));
+  expectNear(e, AcGePoint3d(4, 2, 0));
+}
+
+// Random bulged polylines cut at random parameters: each piece's length is the reference
+// curve's length between its cuts, and its points lie on the reference curve.
+TEST(AcDb2dPolylineSplit, RandomPiecesFollowTheTextbookCurve) {
+  std::mt19937 rng(11);
+  int pieces = 0;
+  for (int round = 0; round < 6; ++round) {
+    RefPolyline ref = enttest::randomPolyline(rng, 9, true);
+    auto pl = make2d(ref, 1.5);
+    const auto segs = ref.segments();
+    auto refDist = [&](double param) {
+      const std::size_t i = std::min<std::size_t>(static_cast<std::size_t>(param), segs.size() - 1);
+      double d = 0.0;
+      for (std::size_t k = 0; k < i; ++k) d += segs[k].length();
+      return d + (param - i) * segs[i].length();
+    };
+    std::uniform_real_distribution<double> at(0.05, segs.size() - 0.05);
+    const double a = at(rng), b = at(rng);
+    const auto parts = split(*pl, {a, b});
+    ASSERT_EQ(parts.size(), 3u);
+    const double cuts[4] = {0.0, std::min(a, b), std::max(a, b), static_cast<double>(segs.size())};
+    const std::vector<AcGePoint2d> dense = ref.samples(2000);
+    for (int k = 0; k < 3; ++k) {
+      EXPECT_NEAR(length(*parts[k]), refDist(cuts[k + 1]) - refDist(cuts[k]), 1e-8);
+      double end = 0;
+      parts[k]->getEndParam(end);
+      for (int j = 0; j <= 8; ++j) {
+        AcGePoint3d p;
+        ASSERT_EQ(parts[k]->getPointAtParam(end * j / 8, p), Acad::eOk);
+        double best = 1e300;
+        for (const AcGePoint2d& q : dense) best = std::min(best, p.distanceTo(AcGePoint3d(q.x, q.y, 1.5)));
+        EXPECT_LE(best, 5e-3);  // within the sampling step of the reference
+      }
+      ++pieces;
+    }
+  }
+  EXPECT_EQ(pieces, 18);
+}
+
+TEST(AcDb2dPolylineExtend, EndSegmentsRunOnAlongTheirGeometry) {
+  auto pl = make2d(kLineAndHalfCircle);
+  ASSERT_EQ(pl->extend(-0.5), Acad::eOk);  // the line, 5 units further west
+  ASSERT_EQ(pl->extend(2.5), Acad::eOk);   // the half circle on to three quarters
+  AcGePoint3d s, e;
+  pl->getStartPoint(s);
+  pl->getEndPoint(e);
+  expectNear(s, AcGePoint3d(-5, 0, 0));
+  expectNear(e, AcGePoint3d(5, 5, 0));
+  EXPECT_NEAR(length(*pl), 15.0 + 5.0 * 1.5 * kPi, 1e-9);
+  // To a point: the start line trimmed back to the foot of (3, 7).
+  ASSERT_EQ(pl->extend(true, AcGePoint3d(3, 7, 0)), Acad::eOk);
+  pl->getStartPoint(s);
+  expectNear(s, AcGePoint3d(3, 0, 0));
+  EXPECT_EQ(pl->extend(1.0), Acad::eInvalidInput);  // inside
+  pl->makeClosed();
+  EXPECT_EQ(pl->extend(-1.0), Acad::eNotApplicable);
+  auto spline = make2d(kLineAndHalfCircle);
+  spline->setPolyType(AcDb::k2dCubicSplinePoly);
+  EXPECT_EQ(spline->extend(-0.5), Acad::eNotApplicable);
+  AcDbVoidPtrArray none;
+  AcGeDoubleArray params;
+  params.append(0.5);
+  EXPECT_EQ(spline->getSplitCurves(params, none), Acad::eNotApplicable);
+  EXPECT_EQ(none.length(), 0);
+}
+
+TEST(AcDb2dPolylineProject, ParallelPlanesKeepArcsOthersOnlyLines) {
+  auto pl = make2d(kLineAndHalfCircle, 3.0);
+  AcDbCurve* proj = nullptr;
+  ASSERT_EQ(pl->getOrthoProjectedCurve(AcGePlane(AcGePoint3d(0, 0, -2), AcGeVector3d(0, 0, -1)), proj), Acad::eOk);
+  std::unique_ptr<AcDbCurve> flat(proj);
+  ASSERT_NE(AcDb2dPolyline::cast(proj), nullptr);
+  EXPECT_NEAR(length(*flat), 10.0 + 5.0 * kPi, 1e-9);
+  AcGePoint3d p;
+  ASSERT_EQ(flat->getPointAtParam(1.5, p), Acad::eOk);
+  expectNear(p, AcGePoint3d(15, 5, -2));
+  // Seen from the side the half circle would be an ellipse.
+  const AcGePlane side(AcGePoint3d(0, 0, 0), AcGeVector3d(1, 1, 0));
+  EXPECT_EQ(pl->getOrthoProjectedCurve(side, proj), Acad::eNotApplicable);
+  EXPECT_EQ(proj, nullptr);
+
+  // Straight segments project onto any plane: every vertex to its foot on the plane.
+  const RefPolyline zigzag{{AcGePoint2d(0, 0), AcGePoint2d(4, 1), AcGePoint2d(6, 5)}, {0.0, 0.0, 0.0}, false};
+  auto straight = make2d(zigzag, 3.0);
+  ASSERT_EQ(straight->getOrthoProjectedCurve(side, proj), Acad::eOk);
+  std::unique_ptr<AcDbCurve> onSide(proj);
+  AcGePoint3dArray got;
+  ASSERT_EQ(onSide->getStretchPoints(got), Acad::eOk);
+  ASSERT_EQ(got.length(), 3);
+  for (int i = 0; i < 3; ++i) {
+    // The foot of (x, y, 3) on the plane x + y = 0: minus half of (x + y) along (1, 1).
+    const double x = zigzag.pts[i].x, y = zigzag.pts[i].y, h = (x + y) / 2;
+    expectNear(got[i], AcGePoint3d(x - h, y - h, 3.0));
+  }
+}
+
+TEST(AcDb3dPolylineEdit, SplitExtendAndProject) {
+  auto pl = make3d({{0, 0, 0}, {4, 0, 3}, {4, 6, 3}, {4, 6, 10}});
+  const auto pieces = split(*pl, {2.5, 0.5});
+  ASSERT_EQ(pieces.size(), 3u);
+  const double expected[3] = {2.5, 2.5 + 6.0 + 3.5, 3.5};
+  for (int k = 0; k < 3; ++k) {
+    ASSERT_NE(AcDb3dPolyline::cast(pieces[k].get()), nullptr);
+    EXPECT_NEAR(length(*pieces[k]), expected[k], 1e-12);
+  }
+  AcGePoint3dArray middle;
+  pieces[1]->getStretchPoints(middle);
+  ASSERT_EQ(middle.length(), 4);
+  expectNear(middle[0], AcGePoint3d(2, 0, 1.5));
+  expectNear(middle[3], AcGePoint3d(4, 6, 6.5));
+
+  ASSERT_EQ(pl->extend(-1.0), Acad::eOk);
+  ASSERT_EQ(pl->extend(false, AcGePoint3d(9, 9, 20)), Acad::eOk);  // foot on the vertical end line
+  AcGePoint3d s, e;
+  pl->getStartPoint(s);
+  pl->getEndPoint(e);
+  expectNear(s, AcGePoint3d(-4, 0, -3));
+  expectNear(e, AcGePoint3d(4, 6, 20));
+
+  AcDbCurve* proj = nullptr;
+  ASSERT_EQ(pl->getOrthoProjectedCurve(AcGePlane(), proj), Acad::eOk);
+  std::unique_ptr<AcDbCurve> flat(proj);
+  ASSERT_NE(AcDb3dPolyline::cast(proj), nullptr);
+  EXPECT_NEAR(length(*flat), 8.0 + 6.0, 1e-12);  // the climbs vanish in plan
+  AcGePoint3dArray plan;
+  flat->getStretchPoints(plan);
+  for (const AcGePoint3d& p : plan) EXPECT_EQ(p.z, 0.0);
+
+  // Spline-fit polylines project vertex by vertex and keep their kind, but are not cut.
+  pl->setPolyType(AcDb::k3dCubicSplinePoly);
+  ASSERT_EQ(pl->getOrthoProjectedCurve(AcGePlane(), proj), Acad::eOk);
+  std::unique_ptr<AcDbCurve> flatSpline(proj);
+  EXPECT_EQ(AcDb3dPolyline::cast(proj)->polyType(), AcDb::k3dCubicSplinePoly);
+  EXPECT_EQ(pl->extend(-2.0), Acad::eNotApplicable);
+}
+
+TEST(AcDb3dPolylineEdit, ClosedSplitWrapsThroughTheStart) {
+  auto pl = make3d({{0, 0, 0}, {3, 0, 4}, {3, 4, 4}}, true);  // sides 5, 4, sqrt(9 + 16 + 16)
+  const auto pieces = split(*pl, {0.5, 2.5});
+  ASSERT_EQ(pieces.size(), 2u);
+  const double closing = std::sqrt(41.0);
+  EXPECT_NEAR(length(*pieces[0]), 2.5 + 4.0 + closing / 2, 1e-12);
+  EXPECT_NEAR(length(*pieces[1]), closing / 2 + 2.5, 1e-12);
+  AcGePoint3d e;
+  pieces[1]->getEndPoint(e);
+  expectNear(e, AcGePoint3d(1.5, 0, 2));
+}
+
+class OldPolylineEditDb : public HostTest {};
+
+// Extending a polyline in a drawing edits its vertex objects, and undo restores them.
+TEST_F(OldPolylineEditDb, ExtendInTheDrawingIsUndone) {
+  AcDbBlockTable* table = nullptr;
+  ASSERT_EQ(db->getBlockTable(table, AcDb::kForRead), Acad::eOk);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(table->getAt(ACDB_MODEL_SPACE, model, AcDb::kForWrite), Acad::eOk);
+  table->close();
+  AcDbObjectId id;
+  AcDb2dPolyline* made = make2d(kLineAndHalfCircle).release();
+  ASSERT_EQ(model->appendAcDbEntity(id, made), Acad::eOk);
+  made->close();
+  model->close();
+  tdhost::UndoController& undo = tdhost::undoController(*db);
+  undo.mark();
+  AcDb2dPolyline* pl = nullptr;
+  ASSERT_EQ(acdbOpenObject(pl, id, AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(pl->extend(2.5), Acad::eOk);
+  pl->close();
+  ASSERT_EQ(acdbOpenObject(pl, id, AcDb::kForRead), Acad::eOk);
+  EXPECT_NEAR(length(*pl), 10.0 + 7.5 * kPi, 1e-9);
+  pl->close();
+  ASSERT_EQ(undo.undoToMark(), Acad::eOk);
+  ASSERT_EQ(acdbOpenObject(pl, id, AcDb::kForRead), Acad::eOk);
+  EXPECT_NEAR(length(*pl), 10.0 + 5.0 * kPi, 1e-9);
+  AcGePoint3d e;
+  pl->getEndPoint(e);
+  expectNear(e, AcGePoint3d(10, 10, 0));
+  pl->close();
+}
+
+}  // namespace

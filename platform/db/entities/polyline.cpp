@@ -347,14 +347,25 @@ Acad::ErrorStatus AcDbPolyline::subExtendTo(bool atStart, double newParam) {
 }
 
 Acad::ErrorStatus AcDbPolyline::subProjected(const AcGePlane& plane, AcDbCurve*& projCurve) const {
-  // A plane at an angle would turn arcs into ellipses; only parallel planes keep the kind.
-  if (!mNormal.isParallelTo(plane.normal())) return Acad::eNotApplicable;
+  const bool parallel = mNormal.isParallelTo(plane.normal());
+  // Arcs seen at an angle are ellipses: only straight polylines project onto a tilted plane.
+  if (!parallel)
+    for (const Vertex& v : mVerts)
+      if (v.bulge != 0.0) return Acad::eNotApplicable;
   auto* pl = new AcDbPolyline;
   pl->mVerts = mVerts;
-  pl->mNormal = mNormal;
+  pl->mNormal = parallel ? mNormal : plane.normal().normal();
   pl->mClosed = mClosed;
   pl->mThickness = mThickness;
-  pl->mElevation = plane.pointOnPlane().asVector().dotProduct(mNormal);
+  pl->mElevation = plane.pointOnPlane().asVector().dotProduct(pl->mNormal);
+  if (!parallel) {
+    const AcGeMatrix3d toWorld = tdhost::ocsToWorld(mNormal), toOcs = tdhost::ocsToWorld(pl->mNormal).inverse();
+    for (Vertex& v : pl->mVerts) {
+      const AcGePoint3d p =
+          AcGePoint3d(v.pt.x, v.pt.y, mElevation).transformBy(toWorld).orthoProject(plane).transformBy(toOcs);
+      v.pt.set(p.x, p.y);
+    }
+  }
   tdhost::copyTraits(*this, *pl);
   projCurve = pl;
   return Acad::eOk;

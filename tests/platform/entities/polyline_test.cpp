@@ -205,6 +205,25 @@ TEST(AcDbPolylineCurve, ExtendMovesEndSegmentsAlongTheirGeometry) {
   EXPECT_NEAR(p.y, 5.0, 1e-9);
 }
 
+TEST(AcDbPolylineCurve, ProjectionOntoATiltedPlaneTakesStraightPolylinesOnly) {
+  RefPolyline zigzag{{AcGePoint2d(0, 0), AcGePoint2d(4, 1), AcGePoint2d(6, 5)}, {0.0, 0.0, 0.0}, false};
+  std::unique_ptr<AcDbPolyline> pl(zigzag.make());
+  pl->setElevation(3.0);
+  const AcGePlane side(AcGePoint3d(0, 0, 0), AcGeVector3d(1, 1, 0));
+  AcDbCurve* proj = nullptr;
+  ASSERT_EQ(pl->getOrthoProjectedCurve(side, proj), Acad::eOk);
+  std::unique_ptr<AcDbCurve> onSide(proj);
+  for (unsigned i = 0; i < 3; ++i) {
+    // The foot of (x, y, 3) on the plane x + y = 0: minus half of (x + y) along (1, 1).
+    const double x = zigzag.pts[i].x, y = zigzag.pts[i].y, h = (x + y) / 2;
+    AcGePoint3d p;
+    ASSERT_EQ(onSide->getPointAtParam(i, p), Acad::eOk);
+    EXPECT_NEAR(p.distanceTo(AcGePoint3d(x - h, y - h, 3.0)), 0.0, 1e-9) << i;
+  }
+  pl->setBulgeAt(1, 0.5);
+  EXPECT_EQ(pl->getOrthoProjectedCurve(side, proj), Acad::eNotApplicable);
+}
+
 TEST(AcDbPolylineCurve, TransformRoundTripAndExtents) {
   std::mt19937 rng(11);
   RefPolyline ref = enttest::randomPolyline(rng, 20, true);

@@ -127,7 +127,7 @@ class FingerprintFiler : public WritingFiler {
 
   Acad::ErrorStatus writeItem(const resbuf& item) override {
     static const SaveOptions plain;
-    Out text{TagWriter(), plain, {}};
+    Out text{TagWriter(), plain, {}, {}};
     RbList one{rbItemFrom(item)};
     writeItems(text, one);
     bytes(item.restype, text.w.text());
@@ -311,7 +311,7 @@ std::uint64_t fieldsFingerprint(const AcDbObject& obj) {
 }
 
 std::string fieldsText(const AcDbObject& obj, const SaveOptions& options) {
-  Out out{TagWriter(), options, {}};
+  Out out{TagWriter(), options, {}, {}};
   OutFiler filer(out, obj.database());
   obj.dxfOutFields(&filer);
   return out.w.take();

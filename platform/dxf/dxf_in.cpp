@@ -91,9 +91,14 @@ void widenInto(std::wstring& out, std::string_view s) {
 
 std::string narrow(const std::wstring& w) {
   std::string out;
+  narrowInto(out, w);
+  return out;
+}
+
+void narrowInto(std::string& out, const std::wstring& w) {
+  out.clear();
   out.reserve(w.size());
   for (wchar_t wc : w) appendUtf8(out, static_cast<std::uint32_t>(wc));
-  return out;
 }
 
 AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObject> obj) {
@@ -104,6 +109,12 @@ AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObje
   ++ctx.impl.liveObjects;
   return AcDbObjectId(stub);
 }
+
+namespace {
+// The items of an xrecord or of extended data, from tags as read or as kept.
+template <class AnyTag>
+std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* begin, const AnyTag* end);
+}  // namespace
 
 Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
   Split s;
@@ -138,15 +149,18 @@ Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
     }
     s.tags.push_back({t->code, t->value});
   }
-  if (t != rec.end) {
-    std::vector<RawTag> rest;
-    for (; t != rec.end; ++t) rest.push_back({t->code, t->value});
-    s.xdata = itemsOf(ctx, rest.data(), rest.data() + rest.size());
-  }
+  if (t != rec.end) s.xdata = itemsOfTags(ctx, t, rec.end);
   return s;
 }
 
 std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const RawTag* end) {
+  return itemsOfTags(ctx, t, end);
+}
+
+namespace {
+
+template <class AnyTag>
+std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* t, const AnyTag* end) {
   auto store = std::make_unique<XDataStore>();
   store->items.reserve(static_cast<size_t>(end - t));
   for (; t != end; ++t) {
@@ -183,6 +197,8 @@ std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const Raw
   }
   return store;
 }
+
+}  // namespace
 
 
 void finishObject(LoadContext& ctx, AcDbObjectId id, Split& split) {

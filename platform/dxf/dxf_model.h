@@ -124,6 +124,8 @@ std::wstring widen(std::string_view utf8);
 // widen into `out`, reusing its storage.
 void widenInto(std::wstring& out, std::string_view utf8);
 std::string narrow(const std::wstring& wide);
+// narrow into `out`, reusing its storage.
+void narrowInto(std::string& out, const std::wstring& wide);
 std::string handleText(AcDbHandle h);
 double toDouble(std::string_view text);
 std::int64_t toInteger(std::string_view text);
@@ -154,6 +156,7 @@ struct Out {
     std::string name;
     bool valid = false;
   } layerCache = {};
+  std::string scratch;  // reused for values converted on the way out
   // A string value, re-encoded for the target version.
   void text(int code, std::string_view utf8) {
     if (opt.codePage.empty()) w.string(code, utf8);

@@ -101,7 +101,10 @@ void writeItems(Out& out, const RbList& items) {
   TagWriter& w = out.w;
   for (const RbItem& item : items) {
     switch (item.kind) {
-      case RbKind::kString: out.text(item.code, narrow(item.text)); break;
+      case RbKind::kString:
+        narrowInto(out.scratch, item.text);
+        out.text(item.code, out.scratch);
+        break;
       case RbKind::kReal: w.real(item.code, item.reals[0]); break;
       case RbKind::kShort: case RbKind::kLong: case RbKind::kInt64: w.integer(item.code, item.ints[0]); break;
       case RbKind::kPoint3d: w.point(item.code, item.reals[0], item.reals[1], item.reals[2]); break;
@@ -437,8 +440,9 @@ void writeObjects(Out& out, AcDbDatabase& db, DxfState* state) {
   if (state != nullptr)
     for (AcDbObjectId id : state->objectOrder) emit(id);
   std::vector<Adesk::UInt64> rest;
+  // The cheap test first: looking up `written` would add an entry for every entity.
   for (const auto& [h, stub] : impl.stubs)
-    if (stub.object && !written[&stub] && belongsInObjects(stub.object.get())) rest.push_back(h);
+    if (stub.object && belongsInObjects(stub.object.get()) && !written[&stub]) rest.push_back(h);
   std::sort(rest.begin(), rest.end());
   for (Adesk::UInt64 h : rest) emit(AcDbObjectId(impl.stubFor(AcDbHandle(h), false)));
   w.string(0, "ENDSEC");
@@ -447,7 +451,7 @@ void writeObjects(Out& out, AcDbDatabase& db, DxfState* state) {
 std::string saveDxfText(AcDbDatabase& db, const SaveOptions& options) {
   reserveBlockHandles(db);
   DxfState* state = &stateOf(db);
-  Out out{TagWriter(), options, {}};
+  Out out{TagWriter(), options, {}, {}};
   // About the size of the file read, when there was one.
   out.w.reserve((state->text ? state->text->size + state->text->size / 8 : 0) + (1 << 20));
   writeHeader(out, db, state);

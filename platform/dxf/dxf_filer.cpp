@@ -181,10 +181,10 @@ class FingerprintFiler : public WritingFiler {
     mix(v);
     return Acad::eOk;
   }
-  // Doubles by their bits: the shortest text is one-to-one with them, except that every NaN
-  // prints alike; -0.0 and 0.0 print differently and hash differently.
+  // Doubles by their bits: the shortest text is one-to-one with them, except that NaNs print
+  // alike but for their sign; -0.0 and 0.0 print differently and hash differently.
   Acad::ErrorStatus real(int code, double v) {
-    if (std::isnan(v)) v = std::numeric_limits<double>::quiet_NaN();
+    if (std::isnan(v)) v = std::copysign(std::numeric_limits<double>::quiet_NaN(), v);
     std::uint64_t bits = 0;
     std::memcpy(&bits, &v, sizeof bits);
     return word(code, bits);

@@ -5,6 +5,7 @@
 #include "dbents.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -205,6 +206,41 @@ TEST_F(DxfFiles, MalformedEntityDeepInALargeSectionChangesNothing) {
   EXPECT_NE(tdhost::lastDxfMessage().find("deep.dxf:" + std::to_string(badLine) + ":"), std::string::npos)
       << tdhost::lastDxfMessage();
   EXPECT_EQ(db->layerTableId(), layers);
+}
+
+TEST_F(DxfFiles, EntitiesOpenedButUnchangedSaveAsReadAndTheSmallestChangeIsSaved) {
+  ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk);
+  const std::string unchanged = tdhost::writeDxfText(*db);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
+  const AcDbObjectId lineId = model->entityIds()[0];
+  model->close();
+  auto edit = [&](auto change) {
+    AcDbLine* line = nullptr;
+    ASSERT_EQ(acdbOpenObject(line, lineId, AcDb::kForWrite), Acad::eOk);
+    change(*line);
+    line->close();
+  };
+  edit([](AcDbLine& line) { line.setEndPoint(line.endPoint()); });
+  EXPECT_EQ(tdhost::writeDxfText(*db), unchanged) << "an entity written back unchanged saves as read";
+
+  // One unit in the last place, and the sign of a zero: both are changes the file must carry.
+  const double nudged = std::nextafter(1.0, 2.0);
+  edit([&](AcDbLine& line) {
+    line.setEndPoint(AcGePoint3d(1.0, nudged, 0.0));
+    line.setStartPoint(AcGePoint3d(-0.0, 0.0, 0.0));
+  });
+  const std::string changed = tdhost::writeDxfText(*db);
+  EXPECT_NE(changed.find(" 10\n-0.0\n"), std::string::npos) << changed;
+  AcDbDatabase back(false, true);
+  ASSERT_EQ(tdhost::readDxfText(back, changed, "back.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  AcDbObjectId backId;
+  ASSERT_EQ(back.getAcDbObjectId(backId, false, lineId.handle()), Acad::eOk);
+  AcDbLine* line = nullptr;
+  ASSERT_EQ(acdbOpenObject(line, backId, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(line->endPoint().y, nudged);
+  EXPECT_TRUE(std::signbit(line->startPoint().x));
+  line->close();
 }
 
 }  // namespace

@@ -3,10 +3,15 @@
 
 namespace tdhost {
 
-// Registers every runtime class once; cheap after the first call.
-void ensureHostInitialized();
 // The one registration function (called by ensureHostInitialized).
 void registerHostClasses();
+// Registers every runtime class once. Every desc() and isA() passes here, so it is inline:
+// after the first call a function-local static's guard costs one load, where call_once went
+// through the thread library each time.
+inline void ensureHostInitialized() {
+  static const bool registered = (registerHostClasses(), true);
+  (void)registered;
+}
 
 }  // namespace tdhost
 

@@ -1,8 +1,6 @@
 // AcRxObject and AcRxClass: class descriptions, derivation tests, and host start-up.
 #include "rxclass.h"
 
-#include <mutex>
-
 #include "host_init.h"
 #include "rxobject.h"
 
@@ -37,12 +35,3 @@ bool AcRxClass::isDerivedFrom(const AcRxClass* other) const {
     if (c == other) return true;
   return false;
 }
-
-namespace tdhost {
-
-void ensureHostInitialized() {
-  static std::once_flag once;
-  std::call_once(once, registerHostClasses);
-}
-
-}  // namespace tdhost

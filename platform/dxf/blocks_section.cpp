@@ -37,16 +37,15 @@ AcDbHandle reserve(LoadContext& ctx, AcDbHandle h) {
 
 }  // namespace
 
-namespace {
-
-// Section, table and block markers never stand for entities.
-bool isMarker(std::string_view type) {
+bool isStructureMarker(std::string_view type) {
   return type == "SECTION" || type == "ENDSEC" || type == "TABLE" || type == "ENDTAB" || type == "EOF" ||
          type == "BLOCK" || type == "ENDBLK";
 }
 
-[[noreturn]] void outOfPlace(const Record& rec, const std::string& source, std::string_view section) {
-  throw DxfError(source, rec.line, 0, "0/" + std::string(rec.type) + " is out of place in the " + std::string(section) + " section");
+namespace {
+
+[[noreturn]] void outOfPlace(const Record& rec, const std::string& source) {
+  throw DxfError(source, rec.line, 0, "0/" + std::string(rec.type) + " is out of place in the BLOCKS section");
 }
 
 }  // namespace
@@ -65,17 +64,12 @@ void checkBlocks(const std::vector<Record>& records, const std::string& source) 
         throw DxfError(source, rec.line, 2, "a BLOCK without its name (group code 2)");
       open = true;
     } else if (rec.type == "ENDBLK") {
-      if (!open) outOfPlace(rec, source, "BLOCKS");
+      if (!open) outOfPlace(rec, source);
       open = false;
-    } else if (isMarker(rec.type)) {
-      outOfPlace(rec, source, "BLOCKS");
+    } else if (isStructureMarker(rec.type)) {
+      outOfPlace(rec, source);
     }
   }
-}
-
-void checkEntities(const std::vector<Record>& records, const std::string& source) {
-  for (const Record& rec : records)
-    if (isMarker(rec.type)) outOfPlace(rec, source, "ENTITIES");
 }
 
 void readBlocks(LoadContext& ctx, const std::vector<Record>& records) {

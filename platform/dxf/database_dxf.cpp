@@ -6,7 +6,10 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <memory>
 #include <sstream>
+#include <string_view>
+#include <utility>
 
 #include "dbmain.h"
 #include "dxf/code_page.h"
@@ -15,6 +18,7 @@
 #include "dxf/dxf_out.h"
 #include "tdhost/diagnostics.h"
 #include "tdhost/dxf_io.h"
+#include "tdhost/unmodelled.h"
 
 namespace tdhost {
 
@@ -59,15 +63,42 @@ std::string writeDxfText(AcDbDatabase& db, bool r2000) {
   return dxf::saveDxfText(db, options);
 }
 
-int readDxfText(AcDbDatabase& db, const std::string& text, const std::string& source) {
+namespace {
+
+// Loads `text` (a std::string_view or the file's RawText) into `db` and turns a malformed
+// file into its status and message.
+template <class Text>
+int loadText(AcDbDatabase& db, Text&& text, const std::string& source) {
   if (tdhost::openObjects(&db).length() != 0) return fail(Acad::eWasOpenForWrite, source + ": objects of the drawing are open");
   try {
-    dxf::loadDxfText(db, text, source);
+    dxf::loadDxfText(db, std::forward<Text>(text), source);
   } catch (const dxf::DxfError& e) {
     return fail(statusOf(e), e.what());
   }
   message().clear();
   return Acad::eOk;
+}
+
+// The whole file in one buffer, filled by read(2) without zero-filling it first.
+std::shared_ptr<RawText> readWhole(int fd, std::size_t size) {
+  auto raw = std::make_shared<RawText>();
+  raw->bytes = std::make_unique_for_overwrite<char[]>(size);
+  std::size_t done = 0;
+  while (done < size) {
+    const ssize_t n = ::read(fd, raw->bytes.get() + done, size - done);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return nullptr;
+    if (n == 0) break;  // the file shrank since fstat: take what is there
+    done += static_cast<std::size_t>(n);
+  }
+  raw->size = done;
+  return raw;
+}
+
+}  // namespace
+
+int readDxfText(AcDbDatabase& db, const std::string& text, const std::string& source) {
+  return loadText(db, std::string_view(text), source);
 }
 
 }  // namespace tdhost
@@ -79,13 +110,14 @@ Acad::ErrorStatus AcDbDatabase::dxfIn(const ACHAR* fileName, const ACHAR* logFil
   struct stat info {};
   if (::stat(path.c_str(), &info) != 0) return tdhost::fail(Acad::eFileNotFound, path + ": no such file");
   if (S_ISDIR(info.st_mode)) return tdhost::fail(Acad::eFileAccessErr, path + ": is a directory");
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return tdhost::fail(Acad::eFileAccessErr, path + ": cannot be read: " + std::strerror(errno));
-  std::string text;
-  text.resize(static_cast<size_t>(info.st_size));
-  in.read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<size_t>(in.gcount()));
-  const auto es = static_cast<Acad::ErrorStatus>(tdhost::readDxfText(*this, text, path));
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return tdhost::fail(Acad::eFileAccessErr, path + ": cannot be read: " + std::strerror(errno));
+  if (::fstat(fd, &info) != 0) info.st_size = 0;
+  std::shared_ptr<tdhost::RawText> text = tdhost::readWhole(fd, static_cast<std::size_t>(info.st_size));
+  const int readErrno = errno;
+  ::close(fd);
+  if (!text) return tdhost::fail(Acad::eFileAccessErr, path + ": cannot be read: " + std::strerror(readErrno));
+  const auto es = static_cast<Acad::ErrorStatus>(tdhost::loadText(*this, std::move(text), path));
   if (es != Acad::eOk && logFilename != nullptr && *logFilename != 0)
     std::ofstream(narrow(logFilename), std::ios::app) << tdhost::lastDxfMessage() << '\n';
   return es;

@@ -2,7 +2,12 @@
 // text of the save in progress.
 #include "dxf/dxf_filer.h"
 
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
 #include <memory>
+#include <string_view>
 
 #include "adsdef.h"
 #include "dbents.h"
@@ -14,9 +19,10 @@ namespace tdhost::dxf {
 
 namespace {
 
-class OutFiler : public AcDbDxfFiler {
+// What every writing filer answers to the reading half of the interface.
+class WritingFiler : public AcDbDxfFiler {
  public:
-  OutFiler(Out& out, AcDbDatabase* db) : mOut(out), mDb(db) {}
+  WritingFiler(AcDbDatabase* db, bool r2000) : mDb(db), mR2000(r2000) {}
 
   Acad::ErrorStatus filerStatus() const override { return mStatus; }
   AcDb::FilerType filerType() const override { return AcDb::kFileFiler; }
@@ -24,7 +30,7 @@ class OutFiler : public AcDbDxfFiler {
   void resetFilerStatus() override { mStatus = Acad::eOk; }
   AcDbDatabase* database() const override { return mDb; }
   Acad::ErrorStatus dwgVersion(AcDb::AcDbDwgVersion& v, AcDb::MaintenanceReleaseVersion& r) const override {
-    v = mOut.opt.r2000 ? AcDb::kDHL_1015 : AcDb::kDHL_1032;
+    v = mR2000 ? AcDb::kDHL_1015 : AcDb::kDHL_1032;
     r = AcDb::kMRelease0;
     return Acad::eOk;
   }
@@ -34,6 +40,16 @@ class OutFiler : public AcDbDxfFiler {
   bool atEndOfObject() override { return true; }
   bool atSubclassData(const ACHAR*) override { return false; }
   bool atExtendedData() override { return false; }
+
+ private:
+  AcDbDatabase* mDb;
+  bool mR2000;
+  Acad::ErrorStatus mStatus = Acad::eOk;
+};
+
+class OutFiler : public WritingFiler {
+ public:
+  OutFiler(Out& out, AcDbDatabase* db) : WritingFiler(db, out.opt.r2000), mOut(out) {}
 
   Acad::ErrorStatus writeItem(const resbuf& item) override {
     RbList one{rbItemFrom(item)};
@@ -99,8 +115,94 @@ class OutFiler : public AcDbDxfFiler {
     return Acad::eOk;
   }
   Out& mOut;
-  AcDbDatabase* mDb;
-  Acad::ErrorStatus mStatus = Acad::eOk;
+};
+
+// Mixes the values dxfOutFields writes into one number without formatting them: two calls
+// agree exactly when the text they would write agrees (up to a 2^-64 chance of collision).
+// Each scalar goes in with its group code, so a point equals its three coordinates.
+class FingerprintFiler : public WritingFiler {
+ public:
+  explicit FingerprintFiler(AcDbDatabase* db) : WritingFiler(db, false) {}
+  std::uint64_t value() const { return mHash; }
+
+  Acad::ErrorStatus writeItem(const resbuf& item) override {
+    static const SaveOptions plain;
+    Out text{TagWriter(), plain, {}, {}};
+    RbList one{rbItemFrom(item)};
+    writeItems(text, one);
+    bytes(item.restype, text.w.text());
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeObjectId(AcDb::DxfCode code, const AcDbObjectId& id) override {
+    const AcDbStub* s = id;
+    return word(code, s ? static_cast<Adesk::UInt64>(s->handle) : 0);
+  }
+  Acad::ErrorStatus writeString(AcDb::DxfCode code, const ACHAR* text) override {
+    mix(static_cast<std::uint64_t>(code) | (std::uint64_t{1} << 40));
+    std::uint64_t n = 0;
+    for (const ACHAR* p = text ? text : L""; *p; ++p, ++n) mix(static_cast<std::uint64_t>(*p));
+    mix(n);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeBChunk(AcDb::DxfCode code, const ads_binary& chunk) override {
+    bytes(code, std::string_view(chunk.buf, chunk.clen > 0 ? static_cast<std::size_t>(chunk.clen) : 0));
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus writeAcDbHandle(AcDb::DxfCode code, const AcDbHandle& h) override {
+    return word(code, static_cast<Adesk::UInt64>(h));
+  }
+  Acad::ErrorStatus writeInt64(AcDb::DxfCode code, Adesk::Int64 v) override { return word(code, static_cast<std::uint64_t>(v)); }
+  Acad::ErrorStatus writeInt32(AcDb::DxfCode code, Adesk::Int32 v) override { return writeInt64(code, v); }
+  Acad::ErrorStatus writeInt16(AcDb::DxfCode code, Adesk::Int16 v) override { return writeInt64(code, v); }
+  Acad::ErrorStatus writeBoolean(AcDb::DxfCode code, Adesk::Boolean v) override { return writeInt64(code, v ? 1 : 0); }
+  Acad::ErrorStatus writeDouble(AcDb::DxfCode code, double v, int) override { return real(code, v); }
+  Acad::ErrorStatus writePoint2d(AcDb::DxfCode code, const AcGePoint2d& p, int) override { return reals(code, p.x, p.y); }
+  Acad::ErrorStatus writePoint3d(AcDb::DxfCode code, const AcGePoint3d& p, int) override {
+    return reals(code, p.x, p.y, p.z);
+  }
+  Acad::ErrorStatus writeVector2d(AcDb::DxfCode code, const AcGeVector2d& v, int) override { return reals(code, v.x, v.y); }
+  Acad::ErrorStatus writeVector3d(AcDb::DxfCode code, const AcGeVector3d& v, int) override {
+    return reals(code, v.x, v.y, v.z);
+  }
+  Acad::ErrorStatus writeScale3d(AcDb::DxfCode code, const AcGeScale3d& s, int) override {
+    return reals(code, s.sx, s.sy, s.sz);
+  }
+
+ private:
+  // splitmix64's finaliser: every input bit reaches every output bit.
+  void mix(std::uint64_t v) {
+    std::uint64_t z = mHash + v + 0x9E3779B97F4A7C15ull;
+    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+    mHash = z ^ (z >> 31);
+  }
+  Acad::ErrorStatus word(int code, std::uint64_t v) {
+    mix(static_cast<std::uint64_t>(static_cast<std::uint32_t>(code)));
+    mix(v);
+    return Acad::eOk;
+  }
+  // Doubles by their bits: the shortest text is one-to-one with them, except that NaNs print
+  // alike but for their sign; -0.0 and 0.0 print differently and hash differently.
+  Acad::ErrorStatus real(int code, double v) {
+    if (std::isnan(v)) v = std::copysign(std::numeric_limits<double>::quiet_NaN(), v);
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &v, sizeof bits);
+    return word(code, bits);
+  }
+  Acad::ErrorStatus reals(int code, double x, double y) {
+    real(code, x);
+    return real(code + 10, y);
+  }
+  Acad::ErrorStatus reals(int code, double x, double y, double z) {
+    reals(code, x, y);
+    return real(code + 20, z);
+  }
+  void bytes(int code, std::string_view b) {
+    mix(static_cast<std::uint64_t>(code) | (std::uint64_t{2} << 40));
+    for (unsigned char c : b) mix(c);
+    mix(b.size());
+  }
+  std::uint64_t mHash = 0;
 };
 
 
@@ -141,7 +243,7 @@ class InFiler : public AcDbDxfFiler {
       case ValueKind::Int32: item->resval.rlong = static_cast<Adesk::Int32>(toInteger(t.value)); break;
       case ValueKind::Int64: item->resval.mnInt64 = toInteger(t.value); break;
       default:
-        mString = widen(t.value);
+        widenInto(mString, t.value);
         item->resval.rstring = mString.data();
         break;
     }
@@ -151,7 +253,7 @@ class InFiler : public AcDbDxfFiler {
   bool atEOF() override { return mPos >= mTags.size(); }
   bool atEndOfObject() override { return mPos >= mTags.size(); }
   bool atSubclassData(const ACHAR* name) override {
-    if (mPos < mTags.size() && mTags[mPos].code == 100 && name != nullptr && widen(mTags[mPos].value) == name) {
+    if (mPos < mTags.size() && mTags[mPos].code == 100 && name != nullptr && sameName(mTags[mPos].value, name)) {
       mLast = mPos++;
       return true;
     }
@@ -176,6 +278,15 @@ class InFiler : public AcDbDxfFiler {
   Acad::ErrorStatus writeScale3d(AcDb::DxfCode, const AcGeScale3d&, int) override { return Acad::eNotApplicable; }
 
  private:
+  // Subclass markers are ASCII: compared as they stand, without widening.
+  static bool sameName(std::string_view value, const ACHAR* name) {
+    for (char c : value) {
+      if (static_cast<unsigned char>(c) >= 0x80) return widen(value) == name;
+      if (*name == 0 || static_cast<ACHAR>(c) != *name) return false;
+      ++name;
+    }
+    return *name == 0;
+  }
   static bool isPointCode(int code) {
     return (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 || (code >= 1010 && code <= 1013);
   }
@@ -193,11 +304,17 @@ Acad::ErrorStatus readFields(AcDbObject& obj, const std::vector<RawTag>& tags, A
   return obj.dxfInFields(&filer);
 }
 
+std::uint64_t fieldsFingerprint(const AcDbObject& obj) {
+  FingerprintFiler filer(obj.database());
+  obj.dxfOutFields(&filer);
+  return filer.value();
+}
+
 std::string fieldsText(const AcDbObject& obj, const SaveOptions& options) {
-  Out out{TagWriter(), options};
+  Out out{TagWriter(), options, {}, {}};
   OutFiler filer(out, obj.database());
   obj.dxfOutFields(&filer);
-  return std::move(out.w.text());
+  return out.w.take();
 }
 
 namespace {

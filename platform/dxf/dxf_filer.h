@@ -3,6 +3,7 @@
 
 #include "dbfiler.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,5 +17,8 @@ struct SaveOptions;
 Acad::ErrorStatus readFields(AcDbObject& obj, const std::vector<RawTag>& tags, AcDbDatabase* db);
 // The text dxfOutFields writes for the object: equal before and after means unchanged.
 std::string fieldsText(const AcDbObject& obj, const SaveOptions& options);
+// A number that changes whenever fieldsText would (barring a 2^-64 collision), computed
+// without formatting a value: what the reader keeps to tell later whether an entity changed.
+std::uint64_t fieldsFingerprint(const AcDbObject& obj);
 
 }  // namespace tdhost::dxf

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <type_traits>
 
 #include "dbdict.h"
@@ -67,6 +68,12 @@ std::int64_t toInteger(std::string_view text) {
 
 std::wstring widen(std::string_view s) {
   std::wstring out;
+  widenInto(out, s);
+  return out;
+}
+
+void widenInto(std::wstring& out, std::string_view s) {
+  out.clear();
   out.reserve(s.size());
   for (size_t i = 0; i < s.size();) {
     const auto c = static_cast<unsigned char>(s[i]);
@@ -80,14 +87,18 @@ std::wstring widen(std::string_view s) {
     out += static_cast<wchar_t>(cp);
     i += len;
   }
-  return out;
 }
 
 std::string narrow(const std::wstring& w) {
   std::string out;
+  narrowInto(out, w);
+  return out;
+}
+
+void narrowInto(std::string& out, const std::wstring& w) {
+  out.clear();
   out.reserve(w.size());
   for (wchar_t wc : w) appendUtf8(out, static_cast<std::uint32_t>(wc));
-  return out;
 }
 
 AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObject> obj) {
@@ -98,6 +109,12 @@ AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObje
   ++ctx.impl.liveObjects;
   return AcDbObjectId(stub);
 }
+
+namespace {
+// The items of an xrecord or of extended data, from tags as read or as kept.
+template <class AnyTag>
+std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* begin, const AnyTag* end);
+}  // namespace
 
 Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
   Split s;
@@ -135,15 +152,18 @@ Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
     }
     s.tags.push_back({t->code, t->value});
   }
-  if (t != rec.end) {
-    std::vector<RawTag> rest;
-    for (; t != rec.end; ++t) rest.push_back({t->code, t->value});
-    s.xdata = itemsOf(ctx, rest.data(), rest.data() + rest.size());
-  }
+  if (t != rec.end) s.xdata = itemsOfTags(ctx, t, rec.end);
   return s;
 }
 
 std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const RawTag* end) {
+  return itemsOfTags(ctx, t, end);
+}
+
+namespace {
+
+template <class AnyTag>
+std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* t, const AnyTag* end) {
   auto store = std::make_unique<XDataStore>();
   store->items.reserve(static_cast<size_t>(end - t));
   for (; t != end; ++t) {
@@ -181,6 +201,8 @@ std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const Raw
   return store;
 }
 
+}  // namespace
+
 
 void finishObject(LoadContext& ctx, AcDbObjectId id, Split& split) {
   if (split.xdata) {
@@ -193,7 +215,7 @@ namespace {
 
 // Converts the values that need it to UTF-8; views of converted values point into the arena.
 void convertText(std::vector<Tag>& tags, const std::string& codePage, RawText& arena) {
-  const bool legacy = !codePage.empty();
+  if (codePage.empty()) return;  // UTF-8 files are used as they stand
   std::unique_ptr<CodePageDecoder> decoder;
   for (Tag& t : tags) {
     if (valueKindOf(t.code) != ValueKind::String) continue;
@@ -202,7 +224,7 @@ void convertText(std::vector<Tag>& tags, const std::string& codePage, RawText& a
       if (static_cast<unsigned char>(c) >= 0x80) high = true;
       else if (c == '\\') escape = true;
     }
-    if (!legacy || (!high && !(escape && t.value.find("\\U+") != std::string_view::npos))) continue;
+    if (!high && !(escape && t.value.find("\\U+") != std::string_view::npos)) continue;
     if (!decoder) decoder = std::make_unique<CodePageDecoder>(codePage);
     arena.converted.push_back(std::make_unique<std::string>(decoder->toUtf8(t.value)));
     t.value = *arena.converted.back();
@@ -228,6 +250,42 @@ std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::strin
     t = u;
   }
   return out;
+}
+
+// An ENTITIES section, usually nearly all of a file: the first pass checks its tags and
+// counts them; they are read again in chunks when the database is filled, so that a whole
+// file's tags are never held at once.
+struct DeferredSection {
+  std::size_t position = 0;  // of its first tag
+  int line = 0;              // before its first tag
+  std::size_t tags = 0;      // without comments
+  std::size_t records = 0;
+  int firstCode = 0, firstLine = 0;
+};
+
+bool isFollower(std::string_view type) { return type == "VERTEX" || type == "ATTRIB" || type == "SEQEND"; }
+
+void readDeferredEntities(LoadContext& ctx, RawText& raw, const DeferredSection& d) {
+  // Small enough to stay in cache between reading the tags and taking them apart.
+  constexpr std::size_t kChunkTags = 4096;
+  std::vector<Tag> chunk;
+  chunk.reserve(kChunkTags + 256);
+  auto flush = [&] {
+    convertText(chunk, ctx.codePage, raw);
+    readEntities(ctx, recordsOf(chunk.data(), chunk.data() + chunk.size(), ctx.source), AcDbObjectId());
+    chunk.clear();
+  };
+  TagReader reader(raw.file(), ctx.source);
+  reader.seek(d.position, d.line);
+  Tag tag;
+  for (std::size_t n = 0; n < d.tags && reader.next(tag);) {
+    if (tag.code == 999) continue;
+    ++n;
+    // Chunks end before a record that starts an entity, never between one and its followers.
+    if (tag.code == 0 && chunk.size() >= kChunkTags && !isFollower(tag.value)) flush();
+    chunk.push_back(tag);
+  }
+  if (!chunk.empty()) flush();
 }
 
 // Empties the database so the file's objects can take their handles.
@@ -351,18 +409,55 @@ void addMissingParts(LoadContext& ctx) {
 
 }  // namespace
 
-void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) {
+void loadDxfText(AcDbDatabase& db, std::string_view text, const std::string& source) {
   auto raw = std::make_shared<RawText>();
-  raw->file = std::move(text);
+  raw->bytes = std::make_unique_for_overwrite<char[]>(text.size());
+  raw->size = text.size();
+  if (!text.empty()) std::memcpy(raw->bytes.get(), text.data(), text.size());
+  loadDxfText(db, std::move(raw), source);
+}
+
+void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> raw, const std::string& source) {
   std::vector<Tag> tags;
-  tags.reserve(raw->file.size() / 12);
+  std::vector<DeferredSection> deferred;
+  std::size_t records = 0;
+  // Handles from the file win; objects without one get handles above the file's largest.
+  Adesk::UInt64 maxHandle = 0;
   {
-    TagReader reader(raw->file, source);
-    Tag tag;
-    while (reader.next(tag)) {
+    TagReader reader(raw->file(), source);
+    Tag tag, last;
+    int previousCode = 0;
+    bool inEntities = false;
+    for (;;) {
+      const std::size_t position = reader.position();
+      const int line = reader.line();
+      if (!reader.next(tag)) break;
       if (tag.code == 999) continue;  // comments are not kept
+      records += tag.code == 0;
+      if ((tag.code == 5 || tag.code == 105) && previousCode != 9)
+        maxHandle = std::max(maxHandle, static_cast<Adesk::UInt64>(parseHandle(tag.value)));
+      previousCode = tag.code;
+      if (inEntities) {
+        if (!(tag.code == 0 && (tag.value == "ENDSEC" || tag.value == "SECTION" || tag.value == "EOF"))) {
+          if (tag.code == 0 && isStructureMarker(tag.value))
+            throw DxfError(source, tag.line, 0, "0/" + std::string(tag.value) + " is out of place in the ENTITIES section");
+          DeferredSection& d = deferred.back();
+          if (d.tags++ == 0) d = {position, line, 1, 0, tag.code, tag.line};
+          d.records += tag.code == 0;
+          last = tag;
+          continue;
+        }
+        inEntities = false;
+      }
       tags.push_back(tag);
+      if (tag.code == 2 && tag.value == "ENTITIES" && tags.size() >= 2 && tags[tags.size() - 2].code == 0 &&
+          tags[tags.size() - 2].value == "SECTION") {
+        inEntities = true;
+        deferred.emplace_back();
+      }
     }
+    // A truncated file: its last tag, so that the error names the line where it stops.
+    if (inEntities && deferred.back().tags > 0) tags.push_back(last);
   }
   if (tags.empty()) throw DxfError(source, 1, -1, "the file is empty; expected 0/SECTION");
   if (tags.front().code != 0 || tags.front().value != "SECTION")
@@ -403,7 +498,13 @@ void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) 
   convertText(tags, codePage, *raw);
 
   std::vector<std::pair<std::string_view, std::vector<Record>>> parsed;
+  std::size_t entitySection = 0;
   for (const Sec& s : sections) {
+    if (s.name == "ENTITIES") {
+      const DeferredSection& d = deferred.at(entitySection++);
+      if (d.tags > 0 && d.firstCode != 0)
+        throw DxfError(source, d.firstLine, d.firstCode, "expected group code 0 to start an entity or object");
+    }
     if (s.name == "HEADER" || s.name == "CLASSES" || s.name == "TABLES" || s.name == "BLOCKS" ||
         s.name == "ENTITIES" || s.name == "OBJECTS") {
       if (s.name != "HEADER") parsed.emplace_back(s.name, recordsOf(s.begin, s.end, source));
@@ -415,22 +516,21 @@ void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) 
 
   for (const auto& [name, records] : parsed)
     if (name == "BLOCKS") checkBlocks(records, source);
-    else if (name == "ENTITIES") checkEntities(records, source);
 
   DatabaseImpl& impl = db.impl();
   clearDatabase(impl);
+  impl.stubs.reserve(records + 64);
   DxfState& state = stateOf(db);
   state.text = raw;
+  std::size_t entityRecords = 0;
+  for (const DeferredSection& d : deferred) entityRecords += d.records;
+  state.loaded.reserve(entityRecords);
   LoadContext ctx{db, impl, state, source, codePage, version, {}, {}, {}, {}, {}, {}};
-  // Handles from the file win; objects without one get handles above the file's largest.
-  Adesk::UInt64 maxHandle = 0;
-  for (size_t i = 1; i < tags.size(); ++i)
-    if ((tags[i].code == 5 || tags[i].code == 105) && tags[i - 1].code != 9)
-      maxHandle = std::max(maxHandle, static_cast<Adesk::UInt64>(parseHandle(tags[i].value)));
   if (AcDbHandle seed = parseHandle(headerValue(tags, "$HANDSEED")); !seed.isNull())
     maxHandle = std::max(maxHandle, static_cast<Adesk::UInt64>(seed) - 1);
   impl.handseed = maxHandle + 1;
 
+  entitySection = 0;
   for (size_t i = 0; i < sections.size(); ++i) {
     const Sec& s = sections[i];
     const auto& records = parsed[i].second;
@@ -444,7 +544,7 @@ void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) 
     } else if (s.name == "BLOCKS") {
       readBlocks(ctx, records);
     } else if (s.name == "ENTITIES") {
-      readEntities(ctx, records, AcDbObjectId());
+      readDeferredEntities(ctx, *raw, deferred.at(entitySection++));
     } else if (s.name == "OBJECTS") {
       readObjects(ctx, records);
     } else {

@@ -2,9 +2,15 @@
 // AcDbDatabase::dxfIn.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <string_view>
 
 class AcDbDatabase;
+
+namespace tdhost {
+struct RawText;
+}
 
 namespace tdhost::dxf {
 
@@ -15,7 +21,9 @@ struct DxfStateDeleter {
 
 // Replaces the contents of `db` with the drawing in `text` (ASCII DXF R12..R2018). Throws
 // DxfError, naming `source`, line and group code, before changing anything when the file is
-// not well-formed DXF.
-void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source);
+// not well-formed DXF. The drawing keeps `text`: its objects' kept tags point into it.
+void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> text, const std::string& source);
+// The same for text the caller keeps (copied once).
+void loadDxfText(AcDbDatabase& db, std::string_view text, const std::string& source);
 
 }  // namespace tdhost::dxf

@@ -38,11 +38,12 @@ struct DxfState {
   std::unordered_map<const AcDbStub*, BlockEnds> blocks;  // by block table record
   std::vector<AcDbObjectId> objectOrder;                 // the OBJECTS section as read
   std::unordered_map<const AcDbStub*, AcDbHandle> seqEnds;  // by old-style polyline
-  // Entities read into modelled classes: the record as read and what dxfOutFields wrote then,
-  // so an unchanged entity is written back as read and a changed one keeps its other codes.
+  // Entities read into modelled classes: the record as read and the fingerprint of what
+  // dxfOutFields wrote then, so an unchanged entity is written back as read and a changed one
+  // keeps its other codes.
   struct LoadedEntity {
     RawContent content;
-    std::string fields;
+    std::uint64_t fields = 0;
   };
   std::unordered_map<const AcDbStub*, LoadedEntity> loaded;
 };
@@ -120,7 +121,11 @@ void asWriter(T* obj, F change) {
 
 AcDbHandle parseHandle(std::string_view text);
 std::wstring widen(std::string_view utf8);
+// widen into `out`, reusing its storage.
+void widenInto(std::wstring& out, std::string_view utf8);
 std::string narrow(const std::wstring& wide);
+// narrow into `out`, reusing its storage.
+void narrowInto(std::string& out, const std::wstring& wide);
 std::string handleText(AcDbHandle h);
 double toDouble(std::string_view text);
 std::int64_t toInteger(std::string_view text);
@@ -132,7 +137,8 @@ void readTables(LoadContext& ctx, const std::vector<Record>& records);
 void readBlocks(LoadContext& ctx, const std::vector<Record>& records);
 // Throw for what the section readers cannot take, before the database is touched.
 void checkBlocks(const std::vector<Record>& records, const std::string& source);
-void checkEntities(const std::vector<Record>& records, const std::string& source);
+// Section, table and block markers, which never stand for entities.
+bool isStructureMarker(std::string_view type);
 void readEntities(LoadContext& ctx, const std::vector<Record>& records, AcDbObjectId defaultOwner);
 void readObjects(LoadContext& ctx, const std::vector<Record>& records);
 // An entity and its followers starting at records[i]; returns the index after them.
@@ -146,8 +152,19 @@ struct SaveOptions {
 struct Out {
   TagWriter w;
   const SaveOptions& opt;
+  // The name of the layer written last: entities come in runs on one layer.
+  struct LayerCache {
+    AcDbObjectId id;
+    std::string name;
+    bool valid = false;
+  } layerCache = {};
+  std::string scratch;  // reused for values converted on the way out
   // A string value, re-encoded for the target version.
-  void text(int code, std::string_view utf8);
+  void text(int code, std::string_view utf8) {
+    if (opt.codePage.empty()) w.string(code, utf8);
+    else encoded(code, utf8);
+  }
+  void encoded(int code, std::string_view utf8);
 };
 void writeHeader(Out& out, AcDbDatabase& db, DxfState* state);
 void writeTables(Out& out, AcDbDatabase& db, DxfState* state);

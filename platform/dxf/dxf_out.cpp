@@ -17,8 +17,8 @@
 
 namespace tdhost::dxf {
 
-void Out::text(int code, std::string_view utf8) {
-  if (opt.codePage.empty() || valueKindOf(code) != ValueKind::String) {
+void Out::encoded(int code, std::string_view utf8) {
+  if (valueKindOf(code) != ValueKind::String) {
     w.string(code, utf8);
     return;
   }
@@ -34,6 +34,11 @@ std::string handleOf(AcDbObjectId id) {
   return s == nullptr ? std::string("0") : handleText(s->handle);
 }
 
+std::uint64_t handleValue(AcDbObjectId id) {
+  const AcDbStub* s = id;
+  return s == nullptr ? 0 : static_cast<Adesk::UInt64>(s->handle);
+}
+
 bool live(AcDbObjectId id) { return !id.isNull() && peek(id) != nullptr && !id.isErased(); }
 
 }  // namespace
@@ -44,7 +49,7 @@ void writeStart(Out& out, std::string_view type, const AcDbObject& obj, const st
   std::size_t i = 0;
   // A table's head names the table before its handle.
   if (type == "TABLE" && !tags.empty() && tags[0].code == 2) out.text(2, tags[i++].value);
-  out.w.string(handleCode, handleOf(obj.objectId()));
+  out.w.handle(handleCode, handleValue(obj.objectId()));
   while (i < tags.size() && tags[i].code == 102 && !tags[i].value.empty() && tags[i].value.front() == '{') {
     std::size_t j = i;
     while (j < tags.size() && !(j > i && tags[j].code == 102)) ++j;
@@ -54,10 +59,10 @@ void writeStart(Out& out, std::string_view type, const AcDbObject& obj, const st
   rest = std::min(i, tags.size());
   if (live(obj.extensionDictionary())) {
     out.w.string(102, "{ACAD_XDICTIONARY");
-    out.w.string(360, handleOf(obj.extensionDictionary()));
+    out.w.handle(360, handleValue(obj.extensionDictionary()));
     out.w.string(102, "}");
   }
-  out.w.string(330, handleOf(obj.ownerId()));
+  out.w.handle(330, handleValue(obj.ownerId()));
 }
 
 void writeWithOverrides(Out& out, const std::vector<RawTag>& tags, std::size_t from, std::vector<Override>& ov) {
@@ -98,7 +103,10 @@ void writeItems(Out& out, const RbList& items) {
   TagWriter& w = out.w;
   for (const RbItem& item : items) {
     switch (item.kind) {
-      case RbKind::kString: out.text(item.code, narrow(item.text)); break;
+      case RbKind::kString:
+        narrowInto(out.scratch, item.text);
+        out.text(item.code, out.scratch);
+        break;
       case RbKind::kReal: w.real(item.code, item.reals[0]); break;
       case RbKind::kShort: case RbKind::kLong: case RbKind::kInt64: w.integer(item.code, item.ints[0]); break;
       case RbKind::kPoint3d: w.point(item.code, item.reals[0], item.reals[1], item.reals[2]); break;
@@ -141,6 +149,35 @@ std::string layerName(const AcDbEntity& ent) {
   return rec ? narrow(rec->nameText()) : std::string("0");
 }
 
+// The layer name as written, converted once per run of entities on the same layer.
+const std::string& layerNameCached(Out& out, const AcDbEntity& ent) {
+  if (out.layerCache.id != ent.layerId() || !out.layerCache.valid) {
+    out.layerCache.id = ent.layerId();
+    out.layerCache.name = layerName(ent);
+    out.layerCache.valid = true;
+  }
+  return out.layerCache.name;
+}
+
+// Whether the kept tags already say what the common overrides would: the layer once, with
+// its name, colour and visibility as they are. Then the tags are written as they stand.
+bool commonFieldsAsKept(Out& out, const AcDbEntity& ent, const std::vector<RawTag>& tags, std::size_t from) {
+  const RawTag *layer = nullptr, *colour = nullptr, *visibility = nullptr;
+  for (std::size_t i = from; i < tags.size(); ++i) {
+    const RawTag& t = tags[i];
+    const RawTag** slot = t.code == 8 ? &layer : t.code == 62 ? &colour : t.code == 60 ? &visibility : nullptr;
+    if (slot == nullptr) continue;
+    if (*slot != nullptr) return false;  // repeated: the override would merge them
+    *slot = &t;
+  }
+  if (layer == nullptr || layer->value != layerNameCached(out, ent)) return false;
+  const int colourIndex = ent.colorIndex();
+  if (colour == nullptr ? colourIndex != AcDb::kByLayer : colour->value != std::to_string(colourIndex)) return false;
+  const bool invisible = ent.visibility() == AcDb::kInvisible;
+  if (visibility == nullptr ? invisible : visibility->value != (invisible ? "1" : "0")) return false;
+  return true;
+}
+
 void commonOverrides(const AcDbEntity& ent, const std::vector<RawTag>& tags, std::vector<Override>& ov) {
   ov.push_back({{8}, {{8, layerName(ent)}}, 100, false});
   auto hasCode = [&](int c) { return std::any_of(tags.begin(), tags.end(), [c](const RawTag& t) { return t.code == c; }); };
@@ -157,17 +194,21 @@ namespace {
 void writeKeptEntity(Out& out, AcDbEntity& ent, const RawContent& c, std::vector<Override> ov) {
   std::size_t rest = 0;
   writeStart(out, c.type, ent, c.tags, rest);
-  const std::size_t layerAt = ov.size();
-  commonOverrides(ent, c.tags, ov);
-  // The layer goes after the AcDbEntity marker; R12 entities have none.
-  if (std::none_of(c.tags.begin(), c.tags.end(), [](const RawTag& t) { return t.code == 100; })) ov[layerAt].anchor = 0;
-  writeWithOverrides(out, c.tags, rest, ov);
+  if (ov.empty() && commonFieldsAsKept(out, ent, c.tags, rest)) {
+    for (std::size_t i = rest; i < c.tags.size(); ++i) out.text(c.tags[i].code, c.tags[i].value);
+  } else {
+    const std::size_t layerAt = ov.size();
+    commonOverrides(ent, c.tags, ov);
+    // The layer goes after the AcDbEntity marker; R12 entities have none.
+    if (std::none_of(c.tags.begin(), c.tags.end(), [](const RawTag& t) { return t.code == 100; })) ov[layerAt].anchor = 0;
+    writeWithOverrides(out, c.tags, rest, ov);
+  }
   writeXData(out, ent);
-  const std::string owner = handleOf(ent.objectId());
+  const std::uint64_t owner = handleValue(ent.objectId());
   for (const RawRecord& f : c.followers) {
     out.w.string(0, f.type);
-    out.w.string(5, handleText(f.handle));
-    out.w.string(330, owner);
+    out.w.handle(5, static_cast<Adesk::UInt64>(f.handle));
+    out.w.handle(330, owner);
     for (const RawTag& t : f.tags) out.text(t.code, t.value);
   }
 }
@@ -215,14 +256,29 @@ std::vector<Override> fieldOverrides(const std::string& fields) {
 
 }  // namespace
 
-std::string openedFieldsText(AcDbEntity& ent) {
-  static const SaveOptions plain;
+namespace {
+
+// Runs `get` with the entity open for read when it is resident, as the host does when saving;
+// an entity someone holds open for write is read as it stands.
+template <class F>
+auto readOpened(AcDbEntity& ent, F get) {
   AcDbEntity* reader = nullptr;
   const bool opened =
       !ent.objectId().isNull() && acdbOpenAcDbEntity(reader, ent.objectId(), AcDb::kForRead) == Acad::eOk;
-  std::string text = fieldsText(ent, plain);
+  auto result = get();
   if (opened) reader->close();
-  return text;
+  return result;
+}
+
+}  // namespace
+
+std::string openedFieldsText(AcDbEntity& ent) {
+  static const SaveOptions plain;
+  return readOpened(ent, [&] { return fieldsText(ent, plain); });
+}
+
+std::uint64_t openedFieldsFingerprint(AcDbEntity& ent) {
+  return readOpened(ent, [&] { return fieldsFingerprint(ent); });
 }
 
 void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
@@ -232,8 +288,9 @@ void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   }
   if (state != nullptr)
     if (auto it = state->loaded.find(ent.objectId()); it != state->loaded.end()) {
-      const std::string now = openedFieldsText(ent);
-      writeKeptEntity(out, ent, it->second.content, now == it->second.fields ? std::vector<Override>{} : fieldOverrides(now));
+      const bool unchanged = openedFieldsFingerprint(ent) == it->second.fields;
+      writeKeptEntity(out, ent, it->second.content,
+                      unchanged ? std::vector<Override>{} : fieldOverrides(openedFieldsText(ent)));
       return;
     }
   writeModelledEntity(out, ent, state);
@@ -360,7 +417,8 @@ void writeObject(Out& out, AcDbObject& obj, DxfState* state) {
 }
 
 bool belongsInObjects(const AcDbObject* obj) {
-  if (obj == nullptr) return false;
+  // Entities are most of a drawing: one test rules them out.
+  if (obj == nullptr || AcDbEntity::cast(obj) != nullptr) return false;
   return AcDbDictionary::cast(obj) || AcDbXrecord::cast(obj) || AcDbGroup::cast(obj) ||
          (AcDbUnmodelledObject::cast(obj) && !AcDbSymbolTableRecord::cast(obj));
 }
@@ -384,8 +442,9 @@ void writeObjects(Out& out, AcDbDatabase& db, DxfState* state) {
   if (state != nullptr)
     for (AcDbObjectId id : state->objectOrder) emit(id);
   std::vector<Adesk::UInt64> rest;
+  // The cheap test first: looking up `written` would add an entry for every entity.
   for (const auto& [h, stub] : impl.stubs)
-    if (stub.object && !written[&stub] && belongsInObjects(stub.object.get())) rest.push_back(h);
+    if (stub.object && belongsInObjects(stub.object.get()) && !written[&stub]) rest.push_back(h);
   std::sort(rest.begin(), rest.end());
   for (Adesk::UInt64 h : rest) emit(AcDbObjectId(impl.stubFor(AcDbHandle(h), false)));
   w.string(0, "ENDSEC");
@@ -394,8 +453,9 @@ void writeObjects(Out& out, AcDbDatabase& db, DxfState* state) {
 std::string saveDxfText(AcDbDatabase& db, const SaveOptions& options) {
   reserveBlockHandles(db);
   DxfState* state = &stateOf(db);
-  Out out{TagWriter(), options};
-  out.w.text().reserve(1 << 20);
+  Out out{TagWriter(), options, {}, {}};
+  // About the size of the file read, when there was one.
+  out.w.reserve((state->text ? state->text->size + state->text->size / 8 : 0) + (1 << 20));
   writeHeader(out, db, state);
   out.w.string(0, "SECTION");
   out.w.string(2, "CLASSES");
@@ -412,7 +472,7 @@ std::string saveDxfText(AcDbDatabase& db, const SaveOptions& options) {
     out.w.string(0, "ENDSEC");
   }
   out.w.string(0, "EOF");
-  return std::move(out.w.text());
+  return out.w.take();
 }
 
 }  // namespace tdhost::dxf

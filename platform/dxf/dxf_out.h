@@ -2,6 +2,7 @@
 // AcDbDatabase::dxfOut.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 class AcDbDatabase;
@@ -22,6 +23,8 @@ std::string saveDxfText(AcDbDatabase& db, const SaveOptions& options);
 void writeModelledEntity(Out& out, AcDbEntity& ent, DxfState* state);
 // What the entity's dxfOutFields writes (UTF-8), read through a read open when resident.
 std::string openedFieldsText(AcDbEntity& ent);
+// fieldsFingerprint of the same, read the same way.
+std::uint64_t openedFieldsFingerprint(AcDbEntity& ent);
 // Whether the entity is followed by owned records and a SEQEND (old-style polylines).
 bool hasSeqEnd(const AcDbEntity& ent);
 

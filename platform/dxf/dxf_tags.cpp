@@ -1,6 +1,7 @@
 // Tokenising and writing DXF tags.
 #include "dxf_tags.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -37,7 +38,11 @@ DxfError::DxfError(const std::string& source, int line, int groupCode, const std
       mLine(line),
       mGroupCode(groupCode) {}
 
-ValueKind valueKindOf(int c) {
+namespace {
+
+constexpr int kFirstCode = -5, kLastCode = 1071;
+
+constexpr ValueKind kindOfCode(int c) {
   if (c >= 10 && c <= 59) return ValueKind::Double;
   if (c >= 60 && c <= 79) return ValueKind::Int16;
   if (c >= 90 && c <= 99) return ValueKind::Int32;
@@ -67,6 +72,21 @@ ValueKind valueKindOf(int c) {
   return ValueKind::String;
 }
 
+// Every tag asks for its kind: one table lookup instead of the chain of ranges.
+struct KindTable {
+  ValueKind kinds[kLastCode - kFirstCode + 1] = {};
+  constexpr KindTable() {
+    for (int c = kFirstCode; c <= kLastCode; ++c) kinds[c - kFirstCode] = kindOfCode(c);
+  }
+};
+constexpr KindTable kKinds;
+
+}  // namespace
+
+ValueKind valueKindOf(int c) {
+  return (c >= kFirstCode && c <= kLastCode) ? kKinds.kinds[c - kFirstCode] : ValueKind::String;
+}
+
 TagReader::TagReader(std::string_view text, std::string source) : mText(text), mSource(std::move(source)) {
   static constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF");
   if (mText.substr(0, kBinarySentinel.size()) == kBinarySentinel)
@@ -87,6 +107,36 @@ bool TagReader::readLine(std::string_view& line) {
 }
 
 bool TagReader::next(Tag& tag) {
+  if (mPos >= mText.size()) return false;
+  // The usual layout first: blanks, an optional minus, digits, the line end. Anything else
+  // goes the general way, which also words the errors.
+  const char* const text = mText.data();
+  const char* const end = text + mText.size();
+  const char* p = text + mPos;
+  while (p != end && *p == ' ') ++p;
+  const bool negative = p != end && *p == '-';
+  p += negative;
+  const char* const digits = p;
+  int code = 0;
+  while (p != end && p - digits < 5 && static_cast<unsigned>(*p - '0') < 10) code = code * 10 + (*p++ - '0');
+  if (p == digits || p == end) return readCodeSlowly(tag);
+  if (*p == '\r' && p + 1 != end && p[1] == '\n') ++p;
+  if (*p != '\n') return readCodeSlowly(tag);
+  code = negative ? -code : code;
+  if (code < kFirstCode || code > kLastCode) return readCodeSlowly(tag);
+  mPos = static_cast<size_t>(p + 1 - text);
+  ++mLine;
+  tag.code = code;
+  tag.line = mLine;
+  std::string_view value;
+  if (!readLine(value)) throw DxfError(mSource, mLine, tag.code, "the file ends where the value was expected");
+  // Only strings keep their blanks; numbers are often padded.
+  if (valueKindOf(tag.code) != ValueKind::String) value = trimBlanks(value);
+  tag.value = value;
+  return true;
+}
+
+bool TagReader::readCodeSlowly(Tag& tag) {
   std::string_view codeLine;
   if (!readLine(codeLine)) return false;
   // Some writers leave blank lines after the final EOF: the end when nothing but blanks follows.
@@ -131,41 +181,96 @@ std::int64_t parseInteger(const Tag& tag, const std::string& source) {
   throw DxfError(source, tag.line + 1, tag.code, "expected an integer, found " + quoted(tag.value));
 }
 
-std::string formatDouble(double value) {
-  char buffer[64];
-  const auto [ptr, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
-  std::string text(buffer, ec == std::errc() ? ptr : buffer);
-  if (text.find_first_of(".eEn") == std::string::npos) text += ".0";  // keep reals recognisable
-  return text;
+namespace {
+
+// The shortest text that reads back to `value`, with ".0" added to whole numbers so that they
+// still read as reals. Needs 26 bytes at `at`.
+char* writeDouble(char* at, double value) {
+  const auto [end, ec] = std::to_chars(at, at + 24, value);
+  char* stop = ec == std::errc() ? end : at;
+  for (const char* p = at; p != stop; ++p)
+    if (*p == '.' || *p == 'e' || *p == 'E' || *p == 'n') return stop;
+  stop[0] = '.';
+  stop[1] = '0';
+  return stop + 2;
 }
 
-void TagWriter::code(int groupCode) {
+}  // namespace
+
+std::string formatDouble(double value) {
+  char buffer[32];
+  return std::string(buffer, writeDouble(buffer, value));
+}
+
+void TagWriter::reserve(std::size_t bytes) {
+  if (mText.size() - mUsed < bytes) grow(bytes);
+}
+
+void TagWriter::grow(std::size_t bytes) {
+  // Doubling keeps appends amortised constant; resize's zero fill touches each page once.
+  mText.resize(std::max(mUsed + bytes, std::max<std::size_t>(2 * mText.size(), 4096)));
+}
+
+const std::string& TagWriter::text() {
+  mText.resize(mUsed);
+  return mText;
+}
+
+std::string TagWriter::take() {
+  mText.resize(mUsed);
+  mUsed = 0;
+  return std::move(mText);
+}
+
+char* TagWriter::code(char* at, int groupCode) {
+  if (groupCode >= 0 && groupCode < 1000) {
+    at[0] = groupCode >= 100 ? static_cast<char>('0' + groupCode / 100) : ' ';
+    at[1] = groupCode >= 10 ? static_cast<char>('0' + groupCode / 10 % 10) : ' ';
+    at[2] = static_cast<char>('0' + groupCode % 10);
+    at[3] = '\n';
+    return at + 4;
+  }
   char buffer[16];
-  const auto [ptr, ec] = std::to_chars(buffer, buffer + sizeof buffer, groupCode);
-  const size_t width = static_cast<size_t>(ptr - buffer);
-  if (width < 3) mText.append(3 - width, ' ');
-  mText.append(buffer, ptr);
-  mText += '\n';
+  const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, groupCode);
+  const size_t width = static_cast<size_t>(end - buffer);
+  for (size_t i = width; i < 3; ++i) *at++ = ' ';
+  at = std::copy(buffer, end, at);
+  *at++ = '\n';
+  return at;
+}
+
+namespace {
+constexpr std::size_t kCodeRoom = 16;  // a group code line, and then some
 }
 
 void TagWriter::string(int groupCode, std::string_view value) {
-  code(groupCode);
-  mText.append(value);
-  mText += '\n';
+  char* at = code(room(kCodeRoom + value.size() + 1), groupCode);
+  if (!value.empty()) std::memcpy(at, value.data(), value.size());
+  at[value.size()] = '\n';
+  commit(at + value.size() + 1);
 }
 
 void TagWriter::real(int groupCode, double value) {
-  code(groupCode);
-  mText += formatDouble(value);
-  mText += '\n';
+  char* at = writeDouble(code(room(kCodeRoom + 32), groupCode), value);
+  *at = '\n';
+  commit(at + 1);
 }
 
 void TagWriter::integer(int groupCode, std::int64_t value) {
-  code(groupCode);
-  char buffer[32];
-  const auto [ptr, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
-  mText.append(buffer, ptr);
-  mText += '\n';
+  char* at = code(room(kCodeRoom + 24), groupCode);
+  at = std::to_chars(at, at + 22, value).ptr;
+  *at = '\n';
+  commit(at + 1);
+}
+
+void TagWriter::handle(int groupCode, std::uint64_t value) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  char* at = code(room(kCodeRoom + 24), groupCode);
+  int shift = 60;
+  while (shift > 0 && (value >> shift) == 0) shift -= 4;
+  for (; shift >= 0; shift -= 4) *at++ = kHex[(value >> shift) & 15];
+  *at = '\n';
+  commit(at + 1);
 }
 
 void TagWriter::point(int groupCode, double x, double y, double z) {

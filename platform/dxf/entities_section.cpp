@@ -76,7 +76,7 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
     if (AcDbEntity::cast(made.get()) != nullptr) {
       entity.reset(static_cast<AcDbEntity*>(made.release()));
       readFields(*entity, content.tags, &ctx.db);
-      loaded.fields = openedFieldsText(*entity);
+      loaded.fields = openedFieldsFingerprint(*entity);
       loaded.content = std::move(content);
     }
   }

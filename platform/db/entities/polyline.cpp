@@ -383,6 +383,9 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
         mClosed = (rb.resval.rint & 1) != 0;
         mPlinegen = (rb.resval.rint & 128) != 0;
         break;
+      case 90:  // the vertex count: room for exactly that many (bounded against a bad file)
+        if (rb.resval.rlong > 0) verts.reserve(static_cast<std::size_t>(std::min(rb.resval.rlong, Adesk::Int32{1} << 16)));
+        break;
       case 43: constantWidth = rb.resval.rreal; break;
       case 38: mElevation = rb.resval.rreal; break;
       case 39: mThickness = rb.resval.rreal; break;

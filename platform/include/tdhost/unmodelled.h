@@ -2,6 +2,7 @@
 // read from a file loses nothing when it is written back. Not part of the SDK surface.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,8 +21,13 @@ struct RawTag {
 
 // Text the tags of a loaded drawing point into; shared by every object that keeps tags.
 struct RawText {
-  std::string file;
+  // The file as read. Not a std::string: the buffer is filled by one read, so zero-filling it
+  // first (as resize would) only costs time.
+  std::unique_ptr<char[]> bytes;
+  std::size_t size = 0;
   std::vector<std::unique_ptr<std::string>> converted;  // values re-encoded at load
+
+  std::string_view file() const { return {bytes.get(), size}; }
 };
 
 // A record that follows its main entity in the file (VERTEX, ATTRIB, SEQEND): its own

@@ -4,8 +4,11 @@
 
 #include "dbents.h"
 
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "arxHeaders.h"
 #include "host_fixture.h"
@@ -169,4 +172,96 @@ TEST_F(DxfFiles, ChangesThroughTheApiAreSavedAndReloaded) {
   EXPECT_EQ(tdhost::writeDxfText(back), text);
 }
 
+TEST_F(DxfFiles, LargeEntitySectionsKeepFollowersCommentsAndOrder) {
+  // More tags than the reader takes apart at once, with an old-style polyline whose vertices
+  // straddle where the first batch would end, and comments among the entities.
+  constexpr int kLines = 600, kVertices = 300;
+  std::string text = "  0\nSECTION\n  2\nENTITIES\n";
+  auto line = [&](int i) {
+    text += "  0\nLINE\n  8\nL" + std::to_string(i % 7) + "\n 10\n" + std::to_string(i) + ".5\n 20\n0\n 30\n0\n";
+    text += " 11\n" + std::to_string(i) + "\n 21\n1\n 31\n0\n";
+  };
+  for (int i = 0; i < kLines / 2; ++i) line(i);
+  text += "999\na comment\n  0\nPOLYLINE\n  8\nP\n 66\n1\n 70\n8\n";
+  for (int v = 0; v < kVertices; ++v)
+    text += "  0\nVERTEX\n  8\nP\n 10\n" + std::to_string(v) + "\n 20\n0\n 30\n0\n 70\n32\n";
+  text += "  0\nSEQEND\n  8\nP\n";
+  for (int i = kLines / 2; i < kLines; ++i) line(i);
+  text += "999\nlast comment\n  0\nENDSEC\n  0\nEOF\n";
+
+  ASSERT_EQ(tdhost::readDxfText(*db, text, "big.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
+  const std::vector<AcDbObjectId> ids(model->entityIds().begin(), model->entityIds().end());
+  model->close();
+  ASSERT_EQ(ids.size(), static_cast<std::size_t>(kLines + 1));
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    AcDbEntity* ent = nullptr;
+    ASSERT_EQ(acdbOpenObject(ent, ids[i], AcDb::kForRead), Acad::eOk);
+    if (i == kLines / 2) {
+      auto* poly = tdhost::AcDbUnmodelledEntity::cast(ent);
+      ASSERT_NE(poly, nullptr);
+      EXPECT_EQ(poly->content().followers.size(), static_cast<std::size_t>(kVertices + 1));
+    } else {
+      const int n = static_cast<int>(i < kLines / 2 ? i : i - 1);
+      auto* l = AcDbLine::cast(ent);
+      ASSERT_NE(l, nullptr) << i;
+      EXPECT_EQ(l->startPoint().x, n + 0.5) << "entity " << i << " out of order";
+    }
+    ent->close();
+  }
+  const std::string first = tdhost::writeDxfText(*db);
+  AcDbDatabase again(false, true);
+  ASSERT_EQ(tdhost::readDxfText(again, first, "first.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  EXPECT_EQ(tdhost::writeDxfText(again), first);
+}
+
+TEST_F(DxfFiles, MalformedEntityDeepInALargeSectionChangesNothing) {
+  std::string text = "  0\nSECTION\n  2\nENTITIES\n";
+  for (int i = 0; i < 2000; ++i) text += "  0\nPOINT\n  8\n0\n 10\n1\n 20\n2\n 30\n3\n";
+  const int badLine = static_cast<int>(std::count(text.begin(), text.end(), '\n')) + 1;
+  text += "x1\n0\n  0\nENDSEC\n  0\nEOF\n";
+  const AcDbObjectId layers = db->layerTableId();
+  EXPECT_EQ(tdhost::readDxfText(*db, text, "deep.dxf"), Acad::eInvalidDxfCode);
+  EXPECT_NE(tdhost::lastDxfMessage().find("deep.dxf:" + std::to_string(badLine) + ":"), std::string::npos)
+      << tdhost::lastDxfMessage();
+  EXPECT_EQ(db->layerTableId(), layers);
+}
+
+TEST_F(DxfFiles, EntitiesOpenedButUnchangedSaveAsReadAndTheSmallestChangeIsSaved) {
+  ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk);
+  const std::string unchanged = tdhost::writeDxfText(*db);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
+  const AcDbObjectId lineId = model->entityIds()[0];
+  model->close();
+  auto edit = [&](auto change) {
+    AcDbLine* line = nullptr;
+    ASSERT_EQ(acdbOpenObject(line, lineId, AcDb::kForWrite), Acad::eOk);
+    change(*line);
+    line->close();
+  };
+  edit([](AcDbLine& line) { line.setEndPoint(line.endPoint()); });
+  EXPECT_EQ(tdhost::writeDxfText(*db), unchanged) << "an entity written back unchanged saves as read";
+
+  // One unit in the last place, and the sign of a zero: both are changes the file must carry.
+  const double nudged = std::nextafter(1.0, 2.0);
+  edit([&](AcDbLine& line) {
+    line.setEndPoint(AcGePoint3d(1.0, nudged, 0.0));
+    line.setStartPoint(AcGePoint3d(-0.0, 0.0, 0.0));
+  });
+  const std::string changed = tdhost::writeDxfText(*db);
+  EXPECT_NE(changed.find(" 10\n-0.0\n"), std::string::npos) << changed;
+  AcDbDatabase back(false, true);
+  ASSERT_EQ(tdhost::readDxfText(back, changed, "back.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  AcDbObjectId backId;
+  ASSERT_EQ(back.getAcDbObjectId(backId, false, lineId.handle()), Acad::eOk);
+  AcDbLine* line = nullptr;
+  ASSERT_EQ(acdbOpenObject(line, backId, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(line->endPoint().y, nudged);
+  EXPECT_TRUE(std::signbit(line->startPoint().x));
+  line->close();
+}
+
 }  // namespace
+

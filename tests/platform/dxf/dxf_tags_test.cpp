@@ -115,9 +115,9 @@ TEST(DxfTags, MalformedInputNamesLineAndProblem) {
   const auto tags = readAll("0\r\nSECTION\r\n 10\r\n  1.5  \r\n  0\r\nEOF\r\n\r\n\r\n");
   ASSERT_EQ(tags.size(), 3u);
   EXPECT_EQ(parseDouble(tags[1], "t"), 1.5);
-  Tag bad{10, "1.5x", 7};
+  Tag bad{10, 7, "1.5x"};
   EXPECT_THROW(parseDouble(bad, "t"), DxfError);
-  Tag real{70, "3.0", 7};
+  Tag real{70, 7, "3.0"};
   EXPECT_EQ(parseInteger(real, "t"), 3);
 }
 
@@ -136,4 +136,54 @@ TEST(DxfTags, DoublesRoundTripExactlyAndLookLikeReals) {
   writer.integer(1071, 5);
   writer.string(0, "EOF");
   EXPECT_EQ(writer.text(), "1071\n5\n  0\nEOF\n");
+}
+
+TEST(DxfTags, CodeLinesReadAlikeInEveryLayoutOtherProgramsWrite) {
+  struct Case {
+    const char* text;
+    int code;
+  };
+  const Case cases[] = {
+      {"  0\nX\n", 0},    {"0\r\nX\r\n", 0}, {"\t 10\nX\n", 10}, {"+5\nX\n", 5},     {" -1\nX\n", -1},
+      {"1071\nX\n", 1071}, {"  8  \nX\n", 8}, {"00010\nX\n", 10}, {"999\r\nX\n", 999},
+  };
+  static_assert(std::size(cases) == 9);
+  for (const Case& c : cases) {
+    const auto tags = readAll(c.text);
+    ASSERT_EQ(tags.size(), 1u) << c.text;
+    EXPECT_EQ(tags[0].code, c.code) << c.text;
+    EXPECT_EQ(tags[0].value, "X") << c.text;
+  }
+  // A reader moved back to where a tag started reads it, and the lines after it, again.
+  TagReader reader("  0\nA\n  0\nB\n  0\nC\n", "t");
+  Tag tag;
+  ASSERT_TRUE(reader.next(tag));
+  const std::size_t at = reader.position();
+  const int line = reader.line();
+  ASSERT_TRUE(reader.next(tag) && reader.next(tag));
+  reader.seek(at, line);
+  ASSERT_TRUE(reader.next(tag));
+  EXPECT_EQ(tag.value, "B");
+  EXPECT_EQ(tag.line, 3);
+}
+
+TEST(DxfTags, WriterFormatsCodesHandlesAndIntegersAndGrowsPastItsBuffer) {
+  TagWriter writer;
+  writer.handle(5, 0x1A2F);
+  writer.handle(330, 0);
+  writer.handle(105, 0xFFFFFFFFFFFFFFFFull);
+  writer.integer(-1, -7);
+  writer.real(40, 1e300);
+  EXPECT_EQ(writer.text(), "  5\n1A2F\n330\n0\n105\nFFFFFFFFFFFFFFFF\n -1\n-7\n 40\n1e+300\n");
+  // Writing goes on after the text was looked at, well past the first buffer.
+  const std::string start = writer.text();
+  std::string expected = start;
+  const std::string longValue(10000, 'v');
+  for (int i = 0; i < 50; ++i) {
+    writer.string(1, longValue);
+    expected += "  1\n" + longValue + "\n";
+  }
+  EXPECT_EQ(writer.text(), expected);
+  EXPECT_EQ(writer.take(), expected);
+  EXPECT_EQ(writer.text(), "");
 }

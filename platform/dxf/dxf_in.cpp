@@ -451,6 +451,7 @@ void loadDxfText(AcDbDatabase& db, std::string text, const std::string& source) 
   }
   resolve(ctx);
   addMissingParts(ctx);
+  resolveNamedLater(ctx);
   applyHeader(ctx);
   impl.undo->setRecording(true);
 }

@@ -159,7 +159,15 @@ void writeKeptEntity(Out& out, AcDbEntity& ent, const RawContent& c, std::vector
   commonOverrides(ent, c.tags, ov);
   // The layer goes after the AcDbEntity marker; R12 entities have none.
   if (std::none_of(c.tags.begin(), c.tags.end(), [](const RawTag& t) { return t.code == 100; })) ov[layerAt].anchor = 0;
-  writeWithOverrides(out, c.tags, rest, ov);
+  // An embedded object (MTEXT of newer files) follows with codes of its own, left as they are.
+  const auto embedded = std::find_if(c.tags.begin() + static_cast<std::ptrdiff_t>(rest), c.tags.end(),
+                                     [](const RawTag& t) { return t.code == 101; });
+  if (embedded == c.tags.end()) {
+    writeWithOverrides(out, c.tags, rest, ov);
+  } else {
+    writeWithOverrides(out, std::vector<RawTag>(c.tags.begin(), embedded), rest, ov);
+    for (auto t = embedded; t != c.tags.end(); ++t) out.text(t->code, t->value);
+  }
   writeXData(out, ent);
   const std::string owner = handleOf(ent.objectId());
   for (const RawRecord& f : c.followers) {
@@ -180,7 +188,15 @@ const std::vector<int>& heldCodes(std::string_view subclass) {
       {"AcDbArc", {50, 51}},
       {"AcDbPoint", {10, 20, 30, 39, 50, 210, 220, 230}},
       {"AcDbPolyline", {90, 70, 43, 38, 39, 10, 20, 40, 41, 42, 210, 220, 230}},
-      {"AcDbFace", {10, 20, 30, 11, 21, 31, 12, 22, 32, 13, 23, 33, 70}}};
+      {"AcDbFace", {10, 20, 30, 11, 21, 31, 12, 22, 32, 13, 23, 33, 70}},
+      // Names of styles and blocks (7, 2) are held only when written: one not found stays.
+      {"AcDbText", {39, 10, 20, 30, 40, 1, 50, 41, 51, 71, 72, 11, 21, 31, 210, 220, 230}},
+      {"AcDbMText", {10, 20, 30, 40, 41, 71, 1, 3, 11, 21, 31, 50, 210, 220, 230}},
+      {"AcDbBlockReference", {10, 20, 30, 41, 42, 43, 50, 210, 220, 230}},
+      {"AcDb2dPolyline", {66, 10, 20, 30, 39, 70, 40, 41, 75, 210, 220, 230}},
+      {"AcDb3dPolyline", {66, 10, 20, 30, 70, 75}},
+      {"AcDb2dVertex", {10, 20, 30, 40, 41, 42, 50, 70}},
+      {"AcDb3dPolylineVertex", {10, 20, 30, 70}}};
   for (const auto& [name, codes] : table)
     if (name == subclass) return codes;
   return none;
@@ -189,6 +205,7 @@ const std::vector<int>& heldCodes(std::string_view subclass) {
 // Overrides from the text dxfOutFields writes: one per subclass record.
 std::vector<Override> fieldOverrides(const std::string& fields) {
   std::vector<Override> ov;
+  std::vector<std::string_view> names;
   std::size_t at = 0;
   auto line = [&]() {
     const std::size_t end = fields.find('\n', at);
@@ -200,7 +217,10 @@ std::vector<Override> fieldOverrides(const std::string& fields) {
     const int code = static_cast<int>(toInteger(line()));
     const std::string_view value = line();
     if (code == 100) {
-      ov.push_back({heldCodes(value), {}, 100, false});
+      // A second record of the same name (TEXT's vertical mode) holds only what it writes.
+      const bool again = std::find(names.begin(), names.end(), value) != names.end();
+      names.push_back(value);
+      ov.push_back({again ? std::vector<int>{} : heldCodes(value), {}, 100, false});
       continue;
     }
     if (ov.empty()) ov.push_back({{}, {}, 100, false});
@@ -232,6 +252,7 @@ void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
     if (auto it = state->loaded.find(ent.objectId()); it != state->loaded.end()) {
       const std::string now = openedFieldsText(ent);
       writeKeptEntity(out, ent, it->second.content, now == it->second.fields ? std::vector<Override>{} : fieldOverrides(now));
+      if (hasSeqEnd(ent)) writePolylineFollowers(out, ent, state);
       return;
     }
   writeModelledEntity(out, ent, state);

@@ -205,7 +205,6 @@ const std::vector<int>& heldCodes(std::string_view subclass) {
 // Overrides from the text dxfOutFields writes: one per subclass record.
 std::vector<Override> fieldOverrides(const std::string& fields) {
   std::vector<Override> ov;
-  std::vector<std::string_view> names;
   std::size_t at = 0;
   auto line = [&]() {
     const std::size_t end = fields.find('\n', at);
@@ -217,10 +216,9 @@ std::vector<Override> fieldOverrides(const std::string& fields) {
     const int code = static_cast<int>(toInteger(line()));
     const std::string_view value = line();
     if (code == 100) {
-      // A second record of the same name (TEXT's vertical mode) holds only what it writes.
-      const bool again = std::find(names.begin(), names.end(), value) != names.end();
-      names.push_back(value);
-      ov.push_back({again ? std::vector<int>{} : heldCodes(value), {}, 100, false});
+      // A second record of the same name (TEXT's vertical mode) takes only the codes the first
+      // does not write: an override goes where the first kept tag of its codes stood.
+      ov.push_back({heldCodes(value), {}, 100, false});
       continue;
     }
     if (ov.empty()) ov.push_back({{}, {}, 100, false});

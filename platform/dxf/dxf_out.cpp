@@ -216,8 +216,8 @@ std::vector<Override> fieldOverrides(const std::string& fields) {
     const int code = static_cast<int>(toInteger(line()));
     const std::string_view value = line();
     if (code == 100) {
-      // A second record of the same name (TEXT's vertical mode) takes only the codes the first
-      // does not write: an override goes where the first kept tag of its codes stood.
+      // A second record of the same name (TEXT's vertical mode) holds the same codes, but a kept
+      // tag goes to the first override holding it: this one gets only what the first lacks.
       ov.push_back({heldCodes(value), {}, 100, false});
       continue;
     }

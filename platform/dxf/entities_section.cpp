@@ -138,6 +138,7 @@ void readVertices(LoadContext& ctx, const std::vector<Record>& records, std::siz
   AcDbEntity* polyline = AcDbEntity::cast(peek(polylineId));
   auto* p2 = AcDb2dPolyline::cast(polyline);
   auto* p3 = AcDb3dPolyline::cast(polyline);
+  if (p2 == nullptr && p3 == nullptr) return;
   for (std::size_t k = first; k < last; ++k) {
     const Record& f = records[k];
     Split fs = splitRecord(ctx, f);

@@ -568,6 +568,30 @@ TEST_F(LoadedEdits, InsertsFindBlocksDefinedAfterThemAndKeepTheirAttributes) {
   EXPECT_EQ(after.find(recordOf(after, "32")), insertAt + rec.size() + attrib.size());
 }
 
+TEST_F(LoadedEdits, BlockPlacedInsideItselfGivesTheBoxOfItsOtherEntities) {
+  // SELF holds a line and an insertion of itself; the drawing places SELF stretched (1, 2, 1),
+  // a placement a nested reference cannot take, so its box is placed instead.
+  load(dxf(join({{{0, "SECTION"}, {2, "BLOCKS"},
+                  {0, "BLOCK"}, {5, "20"}, {8, "0"}, {2, "SELF"}, {70, "0"}, {10, "0"}, {20, "0"}, {30, "0"},
+                  {0, "LINE"}, {5, "21"}, {8, "0"}, {10, "0"}, {20, "0"}, {30, "0"}, {11, "1"}, {21, "1"}, {31, "0"},
+                  {0, "INSERT"}, {5, "22"}, {8, "0"}, {2, "SELF"}, {10, "5"}, {20, "0"}, {30, "0"},
+                  {0, "ENDBLK"}, {5, "23"}, {8, "0"}, {0, "ENDSEC"}},
+                 kSectionEntities,
+                 {{0, "INSERT"}, {5, "30"}, {8, "0"}, {2, "SELF"}, {10, "0"}, {20, "0"}, {30, "0"}, {42, "2"},
+                  {0, "INSERT"}, {5, "31"}, {8, "0"}, {2, "SELF"}, {10, "0"}, {20, "0"}, {30, "0"}},
+                 kEnd})));
+  const std::pair<const wchar_t*, AcGePoint3d> cases[] = {{L"30", AcGePoint3d(1, 2, 0)}, {L"31", AcGePoint3d(1, 1, 0)}};
+  for (const auto& [handle, top] : cases) {
+    AcDbBlockReference* ref = nullptr;
+    ASSERT_EQ(acdbOpenObject(ref, idOf(*db, handle), AcDb::kForRead), Acad::eOk);
+    AcDbExtents box;
+    EXPECT_EQ(ref->getGeomExtents(box), Acad::eOk);
+    EXPECT_EQ(box.minPoint(), AcGePoint3d(0, 0, 0)) << utf8(handle);
+    EXPECT_EQ(box.maxPoint(), top) << utf8(handle);
+    ref->close();
+  }
+}
+
 TEST_F(LoadedEdits, OldPolylineVerticesKeepTheirHandlesAndAVertexEditStaysInItsRecord) {
   const std::string file = std::string(TDUTILW_SAMPLES_DIR) + "/poli_all_R12.dxf";
   ASSERT_EQ(db->dxfIn(std::wstring(file.begin(), file.end()).c_str()), Acad::eOk) << tdhost::lastDxfMessage();

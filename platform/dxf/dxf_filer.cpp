@@ -363,16 +363,26 @@ void writeModelledEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   ent.dxfOutFields(&filer);
   if (opened) reader->close();
   writeXData(out, ent);
-  if (!hasSeqEnd(ent)) return;
-  // Old-style polylines: each owned vertex as its own record, closed by a SEQEND.
-  for (AcDbEntity* v : ownedVertices(ent)) writeModelledEntity(out, *v, state);
+  if (hasSeqEnd(ent)) writePolylineFollowers(out, ent, state);
+}
+
+void writePolylineFollowers(Out& out, AcDbEntity& ent, DxfState* state) {
+  // Each owned vertex as its own record, closed by a SEQEND.
+  for (AcDbEntity* v : ownedVertices(ent)) writeEntity(out, *v, state);
   AcDbHandle seqEnd;
-  if (state != nullptr)
+  const std::vector<RawTag>* kept = nullptr;
+  if (state != nullptr) {
     if (auto it = state->seqEnds.find(ent.objectId()); it != state->seqEnds.end()) seqEnd = it->second;
+    if (auto it = state->seqEndTags.find(ent.objectId()); it != state->seqEndTags.end()) kept = &it->second;
+  }
   out.w.string(0, "SEQEND");
   out.w.string(5, handleText(seqEnd));
   AcDbStub* self = ent.objectId();
   out.w.string(330, self ? handleText(self->handle) : "0");
+  if (kept != nullptr) {
+    for (const RawTag& t : *kept) out.text(t.code, t.value);
+    return;
+  }
   out.w.string(100, "AcDbEntity");
   out.text(8, layerOf(ent));
 }

@@ -555,6 +555,7 @@ void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> raw, const std::stri
   }
   resolve(ctx);
   addMissingParts(ctx);
+  resolveNamedLater(ctx);
   applyHeader(ctx);
   impl.undo->setRecording(true);
 }

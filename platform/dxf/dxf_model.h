@@ -38,6 +38,7 @@ struct DxfState {
   std::unordered_map<const AcDbStub*, BlockEnds> blocks;  // by block table record
   std::vector<AcDbObjectId> objectOrder;                 // the OBJECTS section as read
   std::unordered_map<const AcDbStub*, AcDbHandle> seqEnds;  // by old-style polyline
+  std::unordered_map<const AcDbStub*, std::vector<RawTag>> seqEndTags;  // as read, by polyline
   // Entities read into modelled classes: the record as read and the fingerprint of what
   // dxfOutFields wrote then, so an unchanged entity is written back as read and a changed one
   // keeps its other codes.
@@ -92,6 +93,8 @@ struct LoadContext {
   // Entities whose file names no block: model space, or paper space (true).
   std::vector<std::pair<AcDbObjectId, bool>> entitiesNoOwner;
   std::unordered_map<std::string_view, AcDbObjectId> layers;  // by name as written in the file
+  // Entities whose block or text style was not defined when they were read.
+  std::vector<AcDbObjectId> namedLater{};
 };
 
 // The common part of a record: handle, owner, extension dictionary, extended data split off;
@@ -143,6 +146,9 @@ void readEntities(LoadContext& ctx, const std::vector<Record>& records, AcDbObje
 void readObjects(LoadContext& ctx, const std::vector<Record>& records);
 // An entity and its followers starting at records[i]; returns the index after them.
 std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std::size_t i, AcDbObjectId owner);
+// Reads again the entities that name a block or text style defined after them (or made for
+// the drawing after reading), once every table record and block exists.
+void resolveNamedLater(LoadContext& ctx);
 
 // Writing.
 struct SaveOptions {

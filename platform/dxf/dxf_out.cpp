@@ -201,7 +201,15 @@ void writeKeptEntity(Out& out, AcDbEntity& ent, const RawContent& c, std::vector
     commonOverrides(ent, c.tags, ov);
     // The layer goes after the AcDbEntity marker; R12 entities have none.
     if (std::none_of(c.tags.begin(), c.tags.end(), [](const RawTag& t) { return t.code == 100; })) ov[layerAt].anchor = 0;
-    writeWithOverrides(out, c.tags, rest, ov);
+    // An embedded object (MTEXT of newer files) follows with codes of its own, left as they are.
+    const auto embedded = std::find_if(c.tags.begin() + static_cast<std::ptrdiff_t>(rest), c.tags.end(),
+                                       [](const RawTag& t) { return t.code == 101; });
+    if (embedded == c.tags.end()) {
+      writeWithOverrides(out, c.tags, rest, ov);
+    } else {
+      writeWithOverrides(out, std::vector<RawTag>(c.tags.begin(), embedded), rest, ov);
+      for (auto t = embedded; t != c.tags.end(); ++t) out.text(t->code, t->value);
+    }
   }
   writeXData(out, ent);
   const std::uint64_t owner = handleValue(ent.objectId());
@@ -223,7 +231,15 @@ const std::vector<int>& heldCodes(std::string_view subclass) {
       {"AcDbArc", {50, 51}},
       {"AcDbPoint", {10, 20, 30, 39, 50, 210, 220, 230}},
       {"AcDbPolyline", {90, 70, 43, 38, 39, 10, 20, 40, 41, 42, 210, 220, 230}},
-      {"AcDbFace", {10, 20, 30, 11, 21, 31, 12, 22, 32, 13, 23, 33, 70}}};
+      {"AcDbFace", {10, 20, 30, 11, 21, 31, 12, 22, 32, 13, 23, 33, 70}},
+      // Names of styles and blocks (7, 2) are held only when written: one not found stays.
+      {"AcDbText", {39, 10, 20, 30, 40, 1, 50, 41, 51, 71, 72, 11, 21, 31, 210, 220, 230}},
+      {"AcDbMText", {10, 20, 30, 40, 41, 71, 1, 3, 11, 21, 31, 50, 210, 220, 230}},
+      {"AcDbBlockReference", {10, 20, 30, 41, 42, 43, 50, 210, 220, 230}},
+      {"AcDb2dPolyline", {66, 10, 20, 30, 39, 70, 40, 41, 75, 210, 220, 230}},
+      {"AcDb3dPolyline", {66, 10, 20, 30, 70, 75}},
+      {"AcDb2dVertex", {10, 20, 30, 40, 41, 42, 50, 70}},
+      {"AcDb3dPolylineVertex", {10, 20, 30, 70}}};
   for (const auto& [name, codes] : table)
     if (name == subclass) return codes;
   return none;
@@ -243,6 +259,8 @@ std::vector<Override> fieldOverrides(const std::string& fields) {
     const int code = static_cast<int>(toInteger(line()));
     const std::string_view value = line();
     if (code == 100) {
+      // A second record of the same name (TEXT's vertical mode) holds the same codes, but a kept
+      // tag goes to the first override holding it: this one gets only what the first lacks.
       ov.push_back({heldCodes(value), {}, 100, false});
       continue;
     }
@@ -291,6 +309,7 @@ void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
       const bool unchanged = openedFieldsFingerprint(ent) == it->second.fields;
       writeKeptEntity(out, ent, it->second.content,
                       unchanged ? std::vector<Override>{} : fieldOverrides(openedFieldsText(ent)));
+      if (hasSeqEnd(ent)) writePolylineFollowers(out, ent, state);
       return;
     }
   writeModelledEntity(out, ent, state);

@@ -27,5 +27,7 @@ std::string openedFieldsText(AcDbEntity& ent);
 std::uint64_t openedFieldsFingerprint(AcDbEntity& ent);
 // Whether the entity is followed by owned records and a SEQEND (old-style polylines).
 bool hasSeqEnd(const AcDbEntity& ent);
+// Those records: each live owned vertex, then the SEQEND (as read when it was).
+void writePolylineFollowers(Out& out, AcDbEntity& ent, DxfState* state);
 
 }  // namespace tdhost::dxf

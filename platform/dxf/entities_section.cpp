@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dbents.h"
+#include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "dxf/dxf_filer.h"
@@ -24,14 +25,151 @@ bool hasFollowers(const Record& rec) {
   return false;
 }
 
+// The index after the entity at records[i] and its followers.
+std::size_t followersEnd(const std::vector<Record>& records, std::size_t i) {
+  std::size_t next = i + 1;
+  if (!hasFollowers(records[i])) return next;
+  while (next < records.size()) {
+    const std::string_view type = records[next].type;
+    if (type != "VERTEX" && type != "ATTRIB" && type != "SEQEND") break;
+    ++next;
+    if (type == "SEQEND") break;
+  }
+  return next;
+}
+
 AcRxClass* modelledClass(std::string_view type) {
   static const std::pair<std::string_view, AcRxClass* (*)()> kinds[] = {
       {"LINE", &AcDbLine::desc}, {"ARC", &AcDbArc::desc}, {"CIRCLE", &AcDbCircle::desc},
       {"RAY", &AcDbRay::desc},
-      {"POINT", &AcDbPoint::desc}, {"LWPOLYLINE", &AcDbPolyline::desc}, {"3DFACE", &AcDbFace::desc}};
+      {"POINT", &AcDbPoint::desc}, {"LWPOLYLINE", &AcDbPolyline::desc}, {"3DFACE", &AcDbFace::desc},
+      {"TEXT", &AcDbText::desc}, {"MTEXT", &AcDbMText::desc}, {"INSERT", &AcDbBlockReference::desc}};
   for (const auto& [name, desc] : kinds)
     if (name == type) return desc();
   return nullptr;
+}
+
+std::int64_t firstInteger(const std::vector<RawTag>& tags, int code, std::int64_t fallback) {
+  for (const RawTag& t : tags)
+    if (t.code == code) return toInteger(t.value);
+  return fallback;
+}
+
+bool onlyFollowers(const std::vector<Record>& records, std::size_t first, std::size_t last, std::string_view type) {
+  for (std::size_t k = first; k < last; ++k)
+    if (records[k].type != type && records[k].type != "SEQEND") return false;
+  return true;
+}
+
+// The class a record is read into, or null to keep it generic. Old-style polylines own their
+// vertices as objects; polyface and polygon meshes have no class here. Attributes of an
+// insertion stay kept records written after it; a multiple insertion (MINSERT) is another class.
+AcRxClass* classFor(const Record& rec, const std::vector<RawTag>& tags, const std::vector<Record>& records,
+                    std::size_t first, std::size_t last) {
+  if (rec.type == "POLYLINE") {
+    const std::int64_t flags = firstInteger(tags, 70, 0);
+    if ((flags & (16 | 64)) != 0 || !onlyFollowers(records, first, last, "VERTEX")) return nullptr;
+    return (flags & 8) != 0 ? AcDb3dPolyline::desc() : AcDb2dPolyline::desc();
+  }
+  if (rec.type == "INSERT") {
+    if (firstInteger(tags, 70, 1) > 1 || firstInteger(tags, 71, 1) > 1) return nullptr;
+    if (!onlyFollowers(records, first, last, "ATTRIB")) return nullptr;
+  } else if (first != last) {
+    return nullptr;
+  }
+  return modelledClass(rec.type);
+}
+
+struct Traits {
+  std::string_view layer = "0";
+  int colour = AcDb::kByLayer;
+  bool invisible = false;
+  bool paper = false;
+};
+
+Traits traitsOf(const std::vector<RawTag>& tags) {
+  Traits out;
+  for (const RawTag& t : tags) {
+    switch (t.code) {
+      case 8: out.layer = t.value; break;
+      case 62: out.colour = static_cast<int>(std::clamp<std::int64_t>(toInteger(t.value), -1, 257)); break;
+      case 60: out.invisible = toInteger(t.value) != 0; break;
+      case 67: out.paper = toInteger(t.value) != 0; break;
+      default: break;
+    }
+  }
+  return out;
+}
+
+void applyTraits(LoadContext& ctx, AcDbEntity& ent, const Traits& traits) {
+  ent.setLayer(layerNamed(ctx, traits.layer));
+  ent.setColorIndex(static_cast<Adesk::UInt16>(std::clamp(traits.colour, 0, 256)));
+  if (traits.invisible) ent.setVisibility(AcDb::kInvisible);
+}
+
+// A follower's tags with its extended data after them: the host has no object to hold it.
+std::vector<RawTag> withXDataTags(const Record& rec, std::vector<RawTag> tags) {
+  const Tag* t = std::find_if(rec.begin, rec.end, [](const Tag& u) { return u.code == 1001; });
+  for (; t != rec.end; ++t) tags.push_back({t->code, t->value});
+  return tags;
+}
+
+// A handle of a record the host holds no object for: kept unless absent or taken.
+AcDbHandle reserveHandle(LoadContext& ctx, AcDbHandle h) {
+  AcDbStub* s = h.isNull() ? nullptr : ctx.impl.stubFor(h, true);
+  if (s == nullptr || s->object != nullptr) return ctx.impl.newStub()->handle;
+  return h;
+}
+
+std::vector<RawRecord> keptFollowers(LoadContext& ctx, const std::vector<Record>& records, std::size_t first,
+                                     std::size_t last) {
+  std::vector<RawRecord> out;
+  for (std::size_t k = first; k < last; ++k) {
+    Split fs = splitRecord(ctx, records[k]);
+    if (!fs.handle.isNull()) ctx.impl.stubFor(fs.handle, true);
+    out.push_back({records[k].type, fs.handle, withXDataTags(records[k], std::move(fs.tags))});
+  }
+  return out;
+}
+
+// The VERTEX records of a modelled polyline become the vertices it owns, each keeping its
+// record as a loaded entity does; the SEQEND keeps its handle and tags.
+void readVertices(LoadContext& ctx, const std::vector<Record>& records, std::size_t first, std::size_t last,
+                  AcDbObjectId polylineId) {
+  AcDbEntity* polyline = AcDbEntity::cast(peek(polylineId));
+  auto* p2 = AcDb2dPolyline::cast(polyline);
+  auto* p3 = AcDb3dPolyline::cast(polyline);
+  if (p2 == nullptr && p3 == nullptr) return;
+  for (std::size_t k = first; k < last; ++k) {
+    const Record& f = records[k];
+    Split fs = splitRecord(ctx, f);
+    if (f.type == "SEQEND") {
+      ctx.state.seqEnds[polylineId] = reserveHandle(ctx, fs.handle);
+      ctx.state.seqEndTags[polylineId] = withXDataTags(f, std::move(fs.tags));
+      continue;
+    }
+    std::unique_ptr<AcDbVertex> vertex;
+    if (p3 != nullptr) vertex = std::make_unique<AcDb3dPolylineVertex>();
+    else vertex = std::make_unique<AcDb2dVertex>();
+    readFields(*vertex, fs.tags, &ctx.db);
+    applyTraits(ctx, *vertex, traitsOf(fs.tags));
+    DxfState::LoadedEntity loaded{{f.type, std::move(fs.tags), {}, ctx.state.text}, openedFieldsFingerprint(*vertex)};
+    AcDbVertex* raw = vertex.get();
+    const AcDbObjectId id = place(ctx, fs.handle, std::move(vertex));
+    ctx.state.loaded[id] = std::move(loaded);
+    ObjectAccess::setOwner(*raw, polylineId);
+    fs.owner = AcDbHandle();
+    finishObject(ctx, id, fs);
+    if (p2 != nullptr) p2->attachLoaded(id);
+    else p3->attachLoaded(id);
+  }
+}
+
+bool namesSomethingMissing(const AcDbEntity& ent) {
+  if (const auto* ref = AcDbBlockReference::cast(&ent)) return ref->blockTableRecord().isNull();
+  if (const auto* text = AcDbText::cast(&ent)) return text->textStyle().isNull();
+  if (const auto* mtext = AcDbMText::cast(&ent)) return mtext->textStyle().isNull();
+  return false;
 }
 
 }  // namespace
@@ -39,39 +177,17 @@ AcRxClass* modelledClass(std::string_view type) {
 std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std::size_t i, AcDbObjectId owner) {
   const Record& rec = records[i];
   Split split = splitRecord(ctx, rec);
-  RawContent content{rec.type, {}, {}, ctx.state.text};
-  std::string_view layer = "0";
-  int colour = AcDb::kByLayer;
-  bool invisible = false, paper = false;
-  content.tags.reserve(split.tags.size());
-  for (const RawTag& t : split.tags) {
-    switch (t.code) {
-      case 8: layer = t.value; break;
-      case 62: colour = static_cast<int>(std::clamp<std::int64_t>(toInteger(t.value), -1, 257)); break;
-      case 60: invisible = toInteger(t.value) != 0; break;
-      case 67: paper = toInteger(t.value) != 0; break;
-      default: break;
-    }
-    content.tags.push_back(t);
-  }
-  std::size_t next = i + 1;
-  if (hasFollowers(rec)) {
-    while (next < records.size()) {
-      const Record& f = records[next];
-      if (f.type != "VERTEX" && f.type != "ATTRIB" && f.type != "SEQEND") break;
-      Split fs = splitRecord(ctx, f);
-      // Followers keep their extended data as tags: the host has no object for them.
-      content.followers.push_back({f.type, fs.handle, std::move(fs.tags)});
-      if (fs.handle.isNull() == false) ctx.impl.stubFor(fs.handle, true);
-      ++next;
-      if (f.type == "SEQEND") break;
-    }
-  }
+  const Traits traits = traitsOf(split.tags);
+  RawContent content{rec.type, std::move(split.tags), {}, ctx.state.text};
+  const std::size_t first = i + 1, last = followersEnd(records, i);
   // Kinds with a modelled class are read into it; the record stays beside it so that nothing
-  // the class does not hold is lost. Records with followers stay generic.
+  // the class does not hold is lost.
+  AcRxClass* cls = classFor(rec, content.tags, records, first, last);
+  const bool ownsVertices = cls == AcDb2dPolyline::desc() || cls == AcDb3dPolyline::desc();
+  if (!ownsVertices) content.followers = keptFollowers(ctx, records, first, last);
   std::unique_ptr<AcDbEntity> entity;
   DxfState::LoadedEntity loaded;
-  if (AcRxClass* cls = modelledClass(rec.type); cls != nullptr && content.followers.empty()) {
+  if (cls != nullptr) {
     std::unique_ptr<AcRxObject> made(cls->create());
     if (AcDbEntity::cast(made.get()) != nullptr) {
       entity.reset(static_cast<AcDbEntity*>(made.release()));
@@ -81,21 +197,21 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
     }
   }
   if (!entity) entity = std::make_unique<AcDbUnmodelledEntity>(std::move(content));
-  entity->setLayer(layerNamed(ctx, layer));
-  entity->setColorIndex(static_cast<Adesk::UInt16>(std::clamp(colour, 0, 256)));
-  if (invisible) entity->setVisibility(AcDb::kInvisible);
+  applyTraits(ctx, *entity, traits);
   AcDbEntity* raw = entity.get();
   AcDbObjectId id = place(ctx, split.handle, std::move(entity));
-  if (!loaded.content.type.empty()) ctx.state.loaded[id] = std::move(loaded);
-  // Handles of followers that had none: assigned now so that they stay the same.
+  // Handles of kept followers that had none or lost theirs: assigned now so that they stay.
   auto* generic = AcDbUnmodelledEntity::cast(raw);
-  std::vector<RawRecord> noFollowers;
-  auto& followers = generic ? const_cast<RawContent&>(generic->content()).followers : noFollowers;
+  auto& followers = generic ? const_cast<RawContent&>(generic->content()).followers : loaded.content.followers;
   for (RawRecord& f : followers) {
     if (f.handle.isNull() || ctx.impl.stubFor(f.handle, false)->object != nullptr) {
       AcDbStub* stub = ctx.impl.newStub();
       f.handle = stub->handle;
     }
+  }
+  if (!loaded.content.type.empty()) {
+    ctx.state.loaded[id] = std::move(loaded);
+    if (namesSomethingMissing(*raw)) ctx.namedLater.push_back(id);
   }
   if (owner.isNull() && !split.owner.isNull()) {
     AcDbStub* s = ctx.impl.stubFor(split.owner, false);
@@ -104,16 +220,28 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
   split.owner = AcDbHandle();
   finishObject(ctx, id, split);
   if (owner.isNull()) {
-    ctx.entitiesNoOwner.emplace_back(id, paper);
+    ctx.entitiesNoOwner.emplace_back(id, traits.paper);
   } else {
     ObjectAccess::setOwner(*raw, owner);
     AcDbBlockTableRecord::cast(peek(owner))->attachLoaded(id);
   }
-  return next;
+  if (ownsVertices) readVertices(ctx, records, first, last, id);
+  return last;
 }
 
 void readEntities(LoadContext& ctx, const std::vector<Record>& records, AcDbObjectId owner) {
   for (std::size_t i = 0; i < records.size();) i = readEntity(ctx, records, i, owner);
+}
+
+void resolveNamedLater(LoadContext& ctx) {
+  for (const AcDbObjectId& id : ctx.namedLater) {
+    auto it = ctx.state.loaded.find(id);
+    auto* ent = AcDbEntity::cast(peek(id));
+    if (it == ctx.state.loaded.end() || ent == nullptr) continue;
+    readFields(*ent, it->second.content.tags, &ctx.db);
+    it->second.fields = openedFieldsFingerprint(*ent);
+  }
+  ctx.namedLater.clear();
 }
 
 }  // namespace tdhost::dxf

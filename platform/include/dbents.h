@@ -211,6 +211,8 @@ class TDHOST_API VertexStore {
   void translateIds(const AcDbIdMapping& idMap);
   void setErased(bool erasing);
   void addToDatabase(AcDbEntity& owner);
+  // Appends a vertex the DXF reader has already placed in the owner's database.
+  void attachLoaded(AcDbObjectId id) { mIds.push_back(id); }
 
  private:
   std::vector<AcDbObjectId> mIds;
@@ -259,6 +261,7 @@ class TDHOST_API AcDb2dVertex : public AcDbVertex {
 
   // Vertices move with their polyline (which transforms them); alone they refuse.
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
  protected:
@@ -290,6 +293,7 @@ class TDHOST_API AcDb3dPolylineVertex : public AcDbVertex {
   Acad::ErrorStatus setPosition(const AcGePoint3d& pos);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
  protected:
@@ -350,8 +354,16 @@ class TDHOST_API AcDb2dPolyline : public AcDbCurve {
   Acad::ErrorStatus setDefaultStartWidth(double width);
   double defaultEndWidth() const { return mDefEndWidth; }
   Acad::ErrorStatus setDefaultEndWidth(double width);
+  // Whether the linetype runs on continuously around the vertices (flag 128 in DXF).
+  Adesk::Boolean isLinetypeGenerationOn() const { return mLinetypeGen; }
+  Acad::ErrorStatus setLinetypeGenerationOn();
+  Acad::ErrorStatus setLinetypeGenerationOff();
+  // The DXF reader's way in: a vertex it has placed in the database with this owner.
+  void attachLoaded(AcDbObjectId vertexId) { mVertices.attachLoaded(vertexId); }
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // The polyline's own record; its VERTEX records are the vertices' (see attachLoaded).
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
@@ -384,6 +396,7 @@ class TDHOST_API AcDb2dPolyline : public AcDbCurve {
   double mDefEndWidth = 0.0;
   AcDb::Poly2dType mPolyType = AcDb::k2dSimplePoly;
   bool mClosed = false;
+  bool mLinetypeGen = false;
 };
 
 // The 3D polyline: owned AcDb3dPolylineVertex objects joined by straight segments. Parameter:
@@ -414,8 +427,11 @@ class TDHOST_API AcDb3dPolyline : public AcDbCurve {
   Acad::ErrorStatus makeClosed();
   Acad::ErrorStatus makeOpen();
   bool isClosed() const override { return mClosed; }
+  // The DXF reader's way in: a vertex it has placed in the database with this owner.
+  void attachLoaded(AcDbObjectId vertexId) { mVertices.attachLoaded(vertexId); }
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;
   Acad::ErrorStatus moveStretchPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
@@ -469,6 +485,9 @@ class TDHOST_API AcDbBlockReference : public AcDbEntity {
 
   // Matrices with a non-uniform scale are refused (eCannotScaleNonUniformly).
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // The block is found by name in the filer's database; a name not (yet) defined there leaves
+  // the block id null, and then no name is written either.
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   // The block's entities as placed (exact where the placed entity is of the same kind).
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
@@ -537,6 +556,9 @@ class TDHOST_API AcDbText : public AcDbEntity {
 
   // Uniform transforms only (eCannotScaleNonUniformly); a reflection turns the normal over.
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // The style is found by name in the filer's database (null when it has none of that name,
+  // and then no style name is written either).
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus getStretchPoints(AcGePoint3dArray& stretchPoints) const override;

@@ -40,6 +40,9 @@ class TDHOST_API AcDbMText : public AcDbEntity {
   AcGeVector3d direction() const;
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // Contents are the 3-code chunks and the 1-code rest in file order; the direction vector
+  // (11) wins over the rotation (50, degrees). The style as AcDbText's.
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   // Approximate: the box width (or the longest paragraph's characters) by the paragraphs at
   // 5/3 of the height apart.

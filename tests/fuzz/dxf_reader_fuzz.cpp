@@ -27,7 +27,8 @@ void exerciseLoaded(AcDbDatabase& db) {
       if (curve->getEndParam(endParam) == Acad::eOk) curve->getDistAtParam(endParam, length);
     }
     // An edit makes the writer merge the class's fields into the kept record.
-    if (AcDbLine::cast(ent) || AcDbPolyline::cast(ent)) {
+    if (AcDbLine::cast(ent) || AcDbPolyline::cast(ent) || AcDbText::cast(ent) || AcDbMText::cast(ent) ||
+        AcDbBlockReference::cast(ent) || AcDb2dPolyline::cast(ent) || AcDb3dPolyline::cast(ent)) {
       AcGeMatrix3d shift;
       shift.setToTranslation(AcGeVector3d(1.0, 0.0, 0.0));
       ent->transformBy(shift);

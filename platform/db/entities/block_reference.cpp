@@ -1,5 +1,7 @@
 // AcDbBlockReference: placement of a block's entities by position, scale, rotation and normal.
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "dbents.h"
 #include "dbsymtb.h"
@@ -12,29 +14,44 @@ TDHOST_DEFINE_MEMBERS(AcDbBlockReference)
 
 namespace {
 
-// Nested references deeper than this are taken as a cycle and left out.
-constexpr int kMaxNesting = 64;
+// A walk through nested blocks: the blocks being placed (a block inside itself is a cycle and
+// left out) and how many more entities may be visited, so that blocks holding many references
+// to blocks holding many references cannot take forever; past it the box is incomplete.
+struct Walk {
+  std::vector<AcDbObjectId> placing;
+  long budget = 200000;
+};
 
-void addPlacedExtents(const AcDbBlockReference& ref, AcDbExtents& out, int depth);
+void addPlacedExtents(const AcDbBlockReference& ref, AcDbExtents& out, Walk& walk);
 
 // One block entity under the placement matrix, read through copies (the block's entities are
 // not open). Entities owning vertex objects cannot be moved as copies (a copy shares the
 // vertices), so they give their points or their box, transformed.
-void addPlacedEntity(const AcDbEntity& ent, const AcGeMatrix3d& m, AcDbExtents& out, int depth) {
+void addPlacedEntity(const AcDbEntity& ent, const AcGeMatrix3d& m, AcDbExtents& out, Walk& walk) {
   auto copyOf = [&ent] { return std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(ent.clone())); };
   std::unique_ptr<AcDbEntity> copy = copyOf();
   if (!copy) return;
   if (auto* nested = AcDbBlockReference::cast(copy.get())) {
     if (nested->transformBy(m) == Acad::eOk) {
-      addPlacedExtents(*nested, out, depth + 1);
+      addPlacedExtents(*nested, out, walk);
       return;
     }
-  } else if (auto* p3 = AcDb3dPolyline::cast(copy.get())) {
+    // A placement the reference cannot take (non-uniform): its own box, placed; within this
+    // walk, so that a block inside itself still ends.
+    AcDbExtents box;
+    addPlacedExtents(*AcDbBlockReference::cast(&ent), box, walk);
+    if (box.minPoint().x > box.maxPoint().x) return;
+    box.transformBy(m);
+    out.addExt(box);
+    return;
+  }
+  if (auto* p3 = AcDb3dPolyline::cast(copy.get())) {
     AcGePoint3dArray pts;
     p3->getStretchPoints(pts);
     for (AcGePoint3d p : pts) out.addPoint(p.transformBy(m));
     return;
-  } else if (AcDb2dPolyline::cast(copy.get()) == nullptr) {
+  }
+  if (AcDb2dPolyline::cast(copy.get()) == nullptr) {
     AcDbExtents box;
     if (copy->transformBy(m) == Acad::eOk) {
       if (copy->getGeomExtents(box) == Acad::eOk) out.addExt(box);
@@ -48,15 +65,19 @@ void addPlacedEntity(const AcDbEntity& ent, const AcGeMatrix3d& m, AcDbExtents& 
   out.addExt(box);
 }
 
-void addPlacedExtents(const AcDbBlockReference& ref, AcDbExtents& out, int depth) {
-  if (depth > kMaxNesting) return;
-  const auto* block = AcDbBlockTableRecord::cast(tdhost::peek(ref.blockTableRecord()));
+void addPlacedExtents(const AcDbBlockReference& ref, AcDbExtents& out, Walk& walk) {
+  const AcDbObjectId blockId = ref.blockTableRecord();
+  if (std::find(walk.placing.begin(), walk.placing.end(), blockId) != walk.placing.end()) return;
+  const auto* block = AcDbBlockTableRecord::cast(tdhost::peek(blockId));
   if (block == nullptr) return;
+  walk.placing.push_back(blockId);
   const AcGeMatrix3d m = ref.blockTransform();
   for (const AcDbObjectId& id : block->entityIds()) {
+    if (--walk.budget < 0) break;
     const auto* ent = AcDbEntity::cast(tdhost::peek(id));
-    if (ent != nullptr && !ent->isErased()) addPlacedEntity(*ent, m, out, depth);
+    if (ent != nullptr && !ent->isErased()) addPlacedEntity(*ent, m, out, walk);
   }
+  walk.placing.pop_back();
 }
 
 }  // namespace
@@ -131,7 +152,8 @@ Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& xform) {
 Acad::ErrorStatus AcDbBlockReference::getGeomExtents(AcDbExtents& extents) const {
   if (Acad::ErrorStatus es = checkRead("getGeomExtents"); es != Acad::eOk) return es;
   AcDbExtents box;
-  addPlacedExtents(*this, box, 0);
+  Walk walk;
+  addPlacedExtents(*this, box, walk);
   if (box.minPoint().x > box.maxPoint().x) return Acad::eInvalidExtents;
   extents = box;
   return Acad::eOk;

@@ -8,6 +8,7 @@
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
+#include "entities/entity_util.h"
 #include "ge/arbitrary_axis.h"
 #include "object_access.h"
 
@@ -109,9 +110,11 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
 
 namespace {
 
-std::wstring symbolName(AcDbObjectId id, const wchar_t* fallback) {
-  const auto* rec = AcDbSymbolTableRecord::cast(tdhost::peek(id));
-  return rec != nullptr ? rec->nameText() : std::wstring(fallback);
+// The name of a referenced table record; nothing when the id names none, so that a changed
+// entity whose style or block was not found keeps the name its record had.
+void writeSymbolName(AcDbDxfFiler* filer, int groupCode, AcDbObjectId id) {
+  if (const auto* rec = AcDbSymbolTableRecord::cast(tdhost::peek(id)))
+    filer->writeString(code(groupCode), rec->nameText().c_str());
 }
 
 }  // namespace
@@ -126,7 +129,7 @@ Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* filer) const {
   filer->writeDouble(code(50), rotation() * kRadToDeg);
   filer->writeDouble(code(41), widthFactor());
   filer->writeDouble(code(51), oblique() * kRadToDeg);
-  filer->writeString(code(7), symbolName(textStyle(), L"Standard").c_str());
+  writeSymbolName(filer, 7, textStyle());
   filer->writeInt16(code(71), static_cast<Adesk::Int16>((isMirroredInX() ? 2 : 0) | (isMirroredInY() ? 4 : 0)));
   filer->writeInt16(code(72), static_cast<Adesk::Int16>(horizontalMode()));
   if (!isDefaultAlignment()) filer->writePoint3d(code(11), worldToObject(alignmentPoint(), normal()));
@@ -143,8 +146,8 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
   filer->writePoint3d(code(10), location());
   filer->writeDouble(code(40), textHeight());
   filer->writeDouble(code(41), width());
+  // No drawing direction (72): the class does not hold one, and readers take left to right.
   filer->writeInt16(code(71), static_cast<Adesk::Int16>(attachment()));
-  filer->writeInt16(code(72), 1);
   // Contents over 250 characters go as 3-chunks, the remainder last as 1.
   constexpr std::size_t kChunk = 250;
   std::size_t at = 0;
@@ -153,7 +156,7 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
     at += kChunk;
   }
   filer->writeString(code(1), mContents.substr(at).c_str());
-  filer->writeString(code(7), symbolName(textStyle(), L"Standard").c_str());
+  writeSymbolName(filer, 7, textStyle());
   if (!isWorldZ(normal())) filer->writeVector3d(code(210), normal());
   // The direction vector rather than an angle, whose unit readers disagree on.
   filer->writeVector3d(code(11), direction());
@@ -175,7 +178,7 @@ Acad::ErrorStatus AcDbFace::dxfOutFields(AcDbDxfFiler* filer) const {
 Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* filer) const {
   if (const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer); es != Acad::eOk) return es;
   filer->writeString(code(100), L"AcDbBlockReference");
-  filer->writeString(code(2), symbolName(blockTableRecord(), L"").c_str());
+  writeSymbolName(filer, 2, blockTableRecord());
   filer->writePoint3d(code(10), worldToObject(position(), normal()));
   filer->writeDouble(code(41), mScale.sx);
   filer->writeDouble(code(42), mScale.sy);
@@ -194,6 +197,7 @@ Acad::ErrorStatus AcDb2dPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
   Adesk::Int16 flags = isClosed() ? 1 : 0;
   if (polyType() == AcDb::k2dFitCurvePoly) flags |= 2;
   if (polyType() == AcDb::k2dQuadSplinePoly || polyType() == AcDb::k2dCubicSplinePoly) flags |= 4;
+  if (isLinetypeGenerationOn()) flags |= 128;
   filer->writeInt16(code(70), flags);
   if (defaultStartWidth() != 0.0) filer->writeDouble(code(40), defaultStartWidth());
   if (defaultEndWidth() != 0.0) filer->writeDouble(code(41), defaultEndWidth());
@@ -347,4 +351,190 @@ Acad::ErrorStatus AcDbFace::dxfInFields(AcDbDxfFiler* filer) {
   // A triangle written without its fourth corner repeats the third.
   if (!fourth) mPts[3] = mPts[2];
   return es;
+}
+
+namespace {
+
+// A record of a symbol table of the filer's database by name (case-insensitive, as the host
+// looks names up); null when there is none.
+AcDbObjectId recordNamed(AcDbDxfFiler* filer, AcDbObjectId (AcDbDatabase::*table)() const, const std::wstring& name) {
+  AcDbDatabase* db = filer->database();
+  const auto* t = db != nullptr ? AcDbSymbolTable::cast(tdhost::peek((db->*table)())) : nullptr;
+  return t != nullptr ? t->lookup(name.c_str()) : AcDbObjectId();
+}
+
+std::wstring stringOf(const resbuf& rb) { return rb.resval.rstring != nullptr ? rb.resval.rstring : L""; }
+
+AcDb::TextHorzMode horizontalModeOf(int v) {
+  return v >= AcDb::kTextLeft && v <= AcDb::kTextFit ? static_cast<AcDb::TextHorzMode>(v) : AcDb::kTextLeft;
+}
+
+AcDb::TextVertMode verticalModeOf(int v) {
+  return v >= AcDb::kTextBase && v <= AcDb::kTextTop ? static_cast<AcDb::TextVertMode>(v) : AcDb::kTextBase;
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbText::dxfInFields(AcDbDxfFiler* filer) {
+  AcGePoint3d ocsPosition, ocsAlignment;
+  bool aligned = false;
+  std::wstring style = L"Standard";  // what a record without code 7 means
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    switch (rb.restype) {
+      case 1: mText = stringOf(rb); break;
+      case 7: style = stringOf(rb); break;
+      case 10: ocsPosition = pointOf(rb); break;
+      case 11:
+        ocsAlignment = pointOf(rb);
+        aligned = true;
+        break;
+      case 39: mThickness = rb.resval.rreal; break;
+      case 40: mHeight = rb.resval.rreal; break;
+      case 41: mWidthFactor = rb.resval.rreal; break;
+      case 50: mRotation = tdhost::wrapAngle(rb.resval.rreal * kDegToRad); break;
+      case 51: mOblique = rb.resval.rreal * kDegToRad; break;
+      case 71:
+        mMirrorX = (rb.resval.rint & 2) != 0;
+        mMirrorY = (rb.resval.rint & 4) != 0;
+        break;
+      case 72: mHorz = horizontalModeOf(rb.resval.rint); break;
+      // In the second AcDbText subclass record; R12 records have it among the others.
+      case 73: mVert = verticalModeOf(rb.resval.rint); break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+  if (es != Acad::eOk) return es;
+  mPosition = objectToWorld(ocsPosition, mNormal);
+  mAlignment = aligned ? objectToWorld(ocsAlignment, mNormal) : mPosition;
+  mStyle = recordNamed(filer, &AcDbDatabase::textStyleTableId, style);
+  return es;
+}
+
+Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
+  if (filer == nullptr) return Acad::eNullObjectPointer;
+  std::wstring contents, style = L"Standard";
+  AcGeVector3d direction;
+  bool hasDirection = false, hasRotation = false;
+  double rotation = 0.0;
+  resbuf rb{};
+  while (filer->readItem(&rb) == Acad::eOk) {
+    // The codes after an embedded object's marker are that object's, not the text's.
+    if (rb.restype == 101) break;
+    switch (rb.restype) {
+      case 1: case 3: contents += stringOf(rb); break;
+      case 7: style = stringOf(rb); break;
+      case 10: mLocation = pointOf(rb); break;
+      case 11:
+        direction = AcGeVector3d(rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]);
+        hasDirection = true;
+        break;
+      case 40: mHeight = rb.resval.rreal; break;
+      case 41: mWidth = rb.resval.rreal; break;
+      // Later 50s of newer files are column heights.
+      case 50:
+        if (!hasRotation) rotation = rb.resval.rreal * kDegToRad;
+        hasRotation = true;
+        break;
+      case 71:
+        if (rb.resval.rint >= kTopLeft && rb.resval.rint <= kBottomRight)
+          mAttachment = static_cast<AttachmentPoint>(rb.resval.rint);
+        break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  }
+  mContents = std::move(contents);
+  mRotation = hasDirection && !direction.isZeroLength() ? tdhost::ocsAngle(direction, mNormal)
+                                                         : tdhost::wrapAngle(rotation);
+  mStyle = recordNamed(filer, &AcDbDatabase::textStyleTableId, style);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* filer) {
+  AcGePoint3d ocsPosition;
+  std::wstring name;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    switch (rb.restype) {
+      case 2: name = stringOf(rb); break;
+      case 10: ocsPosition = pointOf(rb); break;
+      case 41: mScale.sx = rb.resval.rreal; break;
+      case 42: mScale.sy = rb.resval.rreal; break;
+      case 43: mScale.sz = rb.resval.rreal; break;
+      case 50: mRotation = tdhost::wrapAngle(rb.resval.rreal * kDegToRad); break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+  if (es != Acad::eOk) return es;
+  mPosition = objectToWorld(ocsPosition, mNormal);
+  mBlockId = recordNamed(filer, &AcDbDatabase::blockTableId, name);
+  return es;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::dxfInFields(AcDbDxfFiler* filer) {
+  int flags = 0, curveType = 0;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: mElevation = rb.resval.rpoint[2]; break;  // x and y are always 0
+      case 39: mThickness = rb.resval.rreal; break;
+      case 40: mDefStartWidth = rb.resval.rreal; break;
+      case 41: mDefEndWidth = rb.resval.rreal; break;
+      case 70: flags = rb.resval.rint; break;
+      case 75: curveType = rb.resval.rint; break;
+      case 210: mNormal = normalOf(rb); break;
+      default: break;
+    }
+  });
+  mClosed = (flags & 1) != 0;
+  mLinetypeGen = (flags & 128) != 0;
+  if ((flags & 4) != 0) mPolyType = curveType == 5 ? AcDb::k2dQuadSplinePoly : AcDb::k2dCubicSplinePoly;
+  else mPolyType = (flags & 2) != 0 ? AcDb::k2dFitCurvePoly : AcDb::k2dSimplePoly;
+  return es;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::dxfInFields(AcDbDxfFiler* filer) {
+  int flags = 0, curveType = 0;
+  const Acad::ErrorStatus es = readAll(filer, [&](const resbuf& rb) {
+    if (rb.restype == 70) flags = rb.resval.rint;
+    else if (rb.restype == 75) curveType = rb.resval.rint;
+  });
+  mClosed = (flags & 1) != 0;
+  if ((flags & 4) != 0) mPolyType = curveType == 5 ? AcDb::k3dQuadSplinePoly : AcDb::k3dCubicSplinePoly;
+  else mPolyType = AcDb::k3dSimplePoly;
+  return es;
+}
+
+Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
+  return readAll(filer, [this](const resbuf& rb) {
+    switch (rb.restype) {
+      case 10: mPosition = pointOf(rb); break;
+      case 40: mStartWidth = rb.resval.rreal; break;
+      case 41: mEndWidth = rb.resval.rreal; break;
+      case 42: mBulge = rb.resval.rreal; break;
+      case 50: mTangent = rb.resval.rreal * kDegToRad; break;
+      case 70: {
+        const int flags = rb.resval.rint;
+        mTangentUsed = (flags & 2) != 0;
+        if ((flags & 16) != 0) mType = AcDb::k2dSplineCtlVertex;
+        else if ((flags & 8) != 0) mType = AcDb::k2dSplineFitVertex;
+        else if ((flags & 1) != 0) mType = AcDb::k2dCurveFitVertex;
+        else mType = AcDb::k2dVertex;
+        break;
+      }
+      default: break;
+    }
+  });
+}
+
+Acad::ErrorStatus AcDb3dPolylineVertex::dxfInFields(AcDbDxfFiler* filer) {
+  return readAll(filer, [this](const resbuf& rb) {
+    if (rb.restype == 10) {
+      mPosition = pointOf(rb);
+    } else if (rb.restype == 70) {
+      if ((rb.resval.rint & 16) != 0) mType = AcDb::k3dControlVertex;
+      else if ((rb.resval.rint & 8) != 0) mType = AcDb::k3dFitVertex;
+      else mType = AcDb::k3dSimpleVertex;
+    }
+  });
 }

@@ -308,6 +308,18 @@ Acad::ErrorStatus AcDb2dPolyline::makeOpen() {
   return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOn() {
+  if (Acad::ErrorStatus es = checkWrite("setLinetypeGenerationOn"); es != Acad::eOk) return es;
+  mLinetypeGen = true;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOff() {
+  if (Acad::ErrorStatus es = checkWrite("setLinetypeGenerationOff"); es != Acad::eOk) return es;
+  mLinetypeGen = false;
+  return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDb2dPolyline::setElevation(double elev) {
   if (Acad::ErrorStatus es = checkWrite("setElevation"); es != Acad::eOk) return es;
   mElevation = elev;

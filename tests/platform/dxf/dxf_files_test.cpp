@@ -78,14 +78,12 @@ TEST_F(DxfFiles, KeptMalformedFilesAreRefusedOrSurviveASaveAndReload) {
   EXPECT_GE(files, 9);
 }
 
-TEST_F(DxfFiles, MissingFileAndDirectoryGiveFileStatuses) {
+// Missing files and directories give file statuses; a failed save keeps the old file and says
+// why; a save replaces its target; only the versions the writer knows are written.
+TEST_F(DxfFiles, FileStatusesAndAtomicSaves) {
   TempDir dir;
   EXPECT_EQ(db->dxfIn(wide((dir.path() / "none.dxf").string()).c_str()), Acad::eFileNotFound);
   EXPECT_EQ(db->dxfIn(wide(dir.path().string()).c_str()), Acad::eFileAccessErr);
-}
-
-TEST_F(DxfFiles, FailedSaveKeepsTheOldFileAndSaysWhy) {
-  TempDir dir;
   // A directory in the target's place cannot be replaced: the rename fails after writing.
   std::filesystem::create_directory(dir.path() / "keep.dxf");
   const std::string inner = dir.write("keep.dxf/inner.txt", "old content");
@@ -94,10 +92,6 @@ TEST_F(DxfFiles, FailedSaveKeepsTheOldFileAndSaysWhy) {
   EXPECT_EQ(TempDir::read(inner), "old content");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1) << "temporary file left behind";
   EXPECT_EQ(db->dxfOut(wide((dir.path() / "no" / "such.dxf").string()).c_str()), Acad::eFileAccessErr);
-}
-
-TEST_F(DxfFiles, SaveReplacesTargetAndOnlyKnownVersionsAreWritten) {
-  TempDir dir;
   const std::string target = dir.write("new.dxf", "old");
   ASSERT_EQ(db->dxfOut(wide(target).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
   EXPECT_NE(TempDir::read(target).find("AC1032"), std::string::npos);
@@ -108,39 +102,22 @@ TEST_F(DxfFiles, SaveReplacesTargetAndOnlyKnownVersionsAreWritten) {
   EXPECT_EQ(back.dxfIn(wide(target).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
 }
 
-TEST_F(DxfFiles, HeaderlessEntitiesLandInModelSpaceOnTheirLayer) {
+// A file without header or handles: its LINE lands in model space as its class, on its layer,
+// with a handle assigned; changes through the API are saved and reloaded.
+TEST_F(DxfFiles, HeaderlessLineIsModelledAndChangesThroughTheApiAreSavedAndReloaded) {
   ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  AcDbBlockTable* table = nullptr;
-  ASSERT_EQ(db->getBlockTable(table), Acad::eOk);
-  AcDbBlockTableRecord* model = nullptr;
-  ASSERT_EQ(table->getAt(ACDB_MODEL_SPACE, model, AcDb::kForRead), Acad::eOk);
-  table->close();
-  ASSERT_EQ(model->entityIds().size(), 1u);
-  AcDbEntity* ent = nullptr;
-  ASSERT_EQ(acdbOpenObject(ent, model->entityIds()[0], AcDb::kForRead), Acad::eOk);
-  model->close();
-  ACHAR* layer = ent->layer();
-  EXPECT_STREQ(layer, L"L1");
-  acutDelString(layer);
-  // A LINE is read into its modelled class.
-  auto* line = AcDbLine::cast(ent);
-  ASSERT_NE(line, nullptr);
-  EXPECT_EQ(ent->ownerId(), db->currentSpaceId());
-  AcDbHandle h;
-  ent->getAcDbHandle(h);
-  EXPECT_FALSE(h.isNull()) << "a file without handles gets them assigned";
-  ent->close();
-  EXPECT_EQ(db->clayer().isNull(), false);
-}
-
-TEST_F(DxfFiles, ChangesThroughTheApiAreSavedAndReloaded) {
-  ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk);
   AcDbBlockTableRecord* model = nullptr;
   ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
+  ASSERT_EQ(model->entityIds().size(), 1u);
   AcDbObjectId lineId = model->entityIds()[0];
   model->close();
+  EXPECT_FALSE(lineId.handle().isNull()) << "a file without handles gets them assigned";
   AcDbEntity* ent = nullptr;
   ASSERT_EQ(acdbOpenObject(ent, lineId, AcDb::kForWrite), Acad::eOk);
+  ASSERT_NE(AcDbLine::cast(ent), nullptr);
+  ACHAR* before = ent->layer();
+  EXPECT_STREQ(before, L"L1");
+  acutDelString(before);
   EXPECT_EQ(ent->setColorIndex(3), Acad::eOk);
   EXPECT_EQ(ent->setLayer(L"0"), Acad::eOk);
   resbuf app{nullptr, 1001, {}};

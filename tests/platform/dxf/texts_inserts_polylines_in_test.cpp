@@ -5,7 +5,6 @@
 #include <cctype>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
 #include <map>
 #include <sstream>
 #include <string>
@@ -16,30 +15,14 @@
 
 #include "arxHeaders.h"
 #include "host_fixture.h"
+#include "python_check.h"
 #include "tdhost/dxf_io.h"
 #include "tdhost/unmodelled.h"
 #include "temp_dir.h"
 
 namespace {
 
-constexpr const char* kPython = "/usr/bin/python3";
 constexpr double kPi = 3.141592653589793;
-
-std::string run(const std::string& command) {
-  std::string output;
-  FILE* pipe = ::popen(command.c_str(), "r");
-  if (!pipe) return "popen failed";
-  char buffer[4096];
-  size_t n;
-  while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) output.append(buffer, n);
-  ::pclose(pipe);
-  return output;
-}
-
-bool haveEzdxf() {
-  return std::filesystem::exists(kPython) &&
-         run(std::string(kPython) + " -c 'import ezdxf; print(\"ok\")' 2>&1").find("ok") == 0;
-}
 
 // One line per TEXT, MTEXT, INSERT and POLYLINE (and per vertex), keyed by block, type and
 // ordinal of the type in the block so that files without handles match too. Strings as hex.
@@ -97,7 +80,7 @@ using Lines = std::map<std::string, std::vector<std::string>>;
 Lines ezdxfView(const std::string& file) {
   TempDir dir;
   const std::string script = dir.write("view.py", kScript);
-  std::istringstream in(run(std::string(kPython) + " " + script + " '" + file + "' 2>&1"));
+  std::istringstream in(python_check::runScript(script, file));
   Lines out;
   std::string line;
   while (std::getline(in, line)) {
@@ -109,25 +92,15 @@ Lines ezdxfView(const std::string& file) {
   return out;
 }
 
+// Encoded here rather than by the host, so that a wrong decoder is not undone by its encoder.
 std::string utf8(const std::wstring& w) {
   std::string out;
   for (wchar_t wc : w) {
     const auto c = static_cast<std::uint32_t>(wc);
-    if (c < 0x80) {
-      out += static_cast<char>(c);
-    } else if (c < 0x800) {
-      out += static_cast<char>(0xC0 | (c >> 6));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-      out += static_cast<char>(0xE0 | (c >> 12));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-      out += static_cast<char>(0xF0 | (c >> 18));
-      out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    }
+    const int extra = c < 0x80 ? 0 : c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
+    const std::uint32_t lead[] = {0x00, 0xC0, 0xE0, 0xF0};
+    out += static_cast<char>(lead[extra] | (c >> (6 * extra)));
+    for (int k = extra - 1; k >= 0; --k) out += static_cast<char>(0x80 | ((c >> (6 * k)) & 0x3F));
   }
   return out;
 }
@@ -284,7 +257,7 @@ static_assert(std::size(kEzdxfSamples) == 6);
 class SampleAgainstEzdxf : public HostTest, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(SampleAgainstEzdxf, TextsInsertsAndPolylinesAreTheirClassesWithEzdxfValues) {
-  if (!haveEzdxf()) GTEST_SKIP() << "python3-ezdxf is not installed";
+  if (python_check::ezdxfMissing()) GTEST_SKIP() << "python3-ezdxf is not installed";
   const std::string file = std::string(TDUTILW_SAMPLES_DIR) + "/" + GetParam();
   ASSERT_EQ(db->dxfIn(std::wstring(file.begin(), file.end()).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
   const Lines lines = ezdxfView(file);

@@ -1,7 +1,12 @@
-// Independent geometry for entity tests: bulge arcs by the textbook formulas and length sums.
+// Independent geometry for entity tests: bulge arcs by the textbook formulas and length sums,
+// plus the small helpers every entity test file needs.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cmath>
+#include <initializer_list>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -93,5 +98,56 @@ inline RefPolyline randomPolyline(std::mt19937& rng, int n, bool withBulges) {
   pl.bulges.back() = 0.0;
   return pl;
 }
+
+inline void expectNear(const AcGePoint3d& a, const AcGePoint3d& b, double tol = 1e-9) {
+  EXPECT_LE(a.distanceTo(b), tol) << "(" << a.x << "," << a.y << "," << a.z << ") vs (" << b.x << "," << b.y << ","
+                                  << b.z << ")";
+}
+
+// Appends to the database's model space and closes the entity.
+inline AcDbObjectId appendToModel(AcDbDatabase& db, AcDbEntity* ent) {
+  AcDbBlockTableRecord* space = nullptr;
+  EXPECT_EQ(acdbOpenObject(space, db.currentSpaceId(), AcDb::kForWrite), Acad::eOk);
+  AcDbObjectId id;
+  EXPECT_EQ(space->appendAcDbEntity(id, ent), Acad::eOk);
+  ent->close();
+  space->close();
+  return id;
+}
+
+inline double curveLength(const AcDbCurve& c) {
+  double end = 0, len = 0;
+  EXPECT_EQ(c.getEndParam(end), Acad::eOk);
+  EXPECT_EQ(c.getDistAtParam(end, len), Acad::eOk);
+  return len;
+}
+
+// Pieces of a split, owned.
+inline std::vector<std::unique_ptr<AcDbCurve>> splitAt(const AcDbCurve& c, std::initializer_list<double> params) {
+  AcGeDoubleArray arr;
+  for (double p : params) arr.append(p);
+  AcDbVoidPtrArray pieces;
+  EXPECT_EQ(c.getSplitCurves(arr, pieces), Acad::eOk);
+  std::vector<std::unique_ptr<AcDbCurve>> out;
+  for (void* v : pieces) out.emplace_back(static_cast<AcDbCurve*>(v));
+  return out;
+}
+
+inline std::unique_ptr<AcDb2dPolyline> make2d(const RefPolyline& ref, double elevation = 0.0,
+                                              const std::vector<double>& widths = {}) {
+  auto pl = std::make_unique<AcDb2dPolyline>();
+  pl->setElevation(elevation);
+  for (std::size_t i = 0; i < ref.pts.size(); ++i) {
+    const double w0 = i < widths.size() ? widths[i] : 0.0, w1 = i + 1 < widths.size() ? widths[i + 1] : 0.0;
+    EXPECT_EQ(pl->appendVertex(new AcDb2dVertex(AcGePoint3d(ref.pts[i].x, ref.pts[i].y, 0.0), ref.bulges[i], w0, w1)),
+              Acad::eOk);
+  }
+  if (ref.closed) pl->makeClosed();
+  return pl;
+}
+
+// A 10 unit line east, then a counter-clockwise half circle (centre (10,5), radius 5) north.
+inline const RefPolyline kLineAndHalfCircle{
+    {AcGePoint2d(0, 0), AcGePoint2d(10, 0), AcGePoint2d(10, 10)}, {0.0, 1.0, 0.0}, false};
 
 }  // namespace enttest

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "arxHeaders.h"
+#include "dxf_test_support.h"
 #include "host_fixture.h"
 #include "tdhost/dxf_io.h"
 
@@ -84,16 +85,7 @@ std::string handleOf(const AcDbObject* obj) {
   return out;
 }
 
-std::vector<AcDbObjectId> modelSpaceIds(AcDbDatabase* db) {
-  AcDbBlockTableRecord* model = nullptr;
-  EXPECT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
-  if (model == nullptr) return {};
-  std::vector<AcDbObjectId> ids(model->entityIds().begin(), model->entityIds().end());
-  model->close();
-  return ids;
-}
-
-class EntitiesIn : public HostTest {};
+using EntitiesIn = HostTest;
 
 }  // namespace
 
@@ -103,7 +95,7 @@ TEST_F(EntitiesIn, LoadedLightweightPolylinesMeasureAsTheirRawVerticesSay) {
   const auto raw = rawPolylines(slurp(file));
   ASSERT_FALSE(raw.empty());
   int checked = 0, bulged = 0;
-  for (AcDbObjectId id : modelSpaceIds(db.get())) {
+  for (AcDbObjectId id : dxftest::modelSpaceIds(*db)) {
     AcDbPolyline* pline = nullptr;
     if (acdbOpenObject(pline, id, AcDb::kForRead) != Acad::eOk) continue;
     const auto it = raw.find(handleOf(pline));
@@ -129,7 +121,7 @@ TEST_F(EntitiesIn, HeaderlessClosedPolylineKeepsWidthAndClosingBulge) {
   const auto raw = rawPolylines(slurp(file));
   ASSERT_EQ(raw.size(), 1u);
   const RawPline& expected = raw.begin()->second;
-  const auto ids = modelSpaceIds(db.get());
+  const auto ids = dxftest::modelSpaceIds(*db);
   ASSERT_EQ(ids.size(), 1u);
   AcDbPolyline* pline = nullptr;
   ASSERT_EQ(acdbOpenObject(pline, ids[0], AcDb::kForWrite), Acad::eOk);
@@ -170,7 +162,7 @@ TEST_F(EntitiesIn, ArcInTiltedPlaneReadsItsCentreBackToWorld) {
   auto again = std::make_unique<AcDbDatabase>(false, true);
   ASSERT_EQ(tdhost::readDxfText(*again, saved, "arc.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
   AcDbArc* read = nullptr;
-  for (AcDbObjectId id : modelSpaceIds(again.get()))
+  for (AcDbObjectId id : dxftest::modelSpaceIds(*again))
     if (acdbOpenObject(read, id, AcDb::kForRead) == Acad::eOk) break;
   ASSERT_NE(read, nullptr);
   EXPECT_NEAR(read->center().distanceTo(AcGePoint3d(3, -2, 5)), 0.0, 1e-12);
@@ -182,11 +174,9 @@ TEST_F(EntitiesIn, ArcInTiltedPlaneReadsItsCentreBackToWorld) {
 
 TEST_F(EntitiesIn, FaceWithoutFourthCornerIsATriangleWithItsHiddenEdges) {
   // R12 style: no subclass markers, no 13 corner, edges 0 and 2 hidden (1 + 4).
-  const std::string text =
-      "  0\nSECTION\n  2\nENTITIES\n  0\n3DFACE\n  8\nTIN\n 10\n0\n 20\n0\n 30\n1\n 11\n6\n 21\n0\n 31\n2\n"
-      " 12\n0\n 22\n8\n 32\n3\n 70\n5\n  0\nENDSEC\n  0\nEOF\n";
+  const std::string text = dxftest::entities("0 3DFACE|8 TIN|10 0|20 0|30 1|11 6|21 0|31 2|12 0|22 8|32 3|70 5");
   ASSERT_EQ(tdhost::readDxfText(*db, text, "face.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  const auto ids = modelSpaceIds(db.get());
+  const auto ids = dxftest::modelSpaceIds(*db);
   ASSERT_EQ(ids.size(), 1u);
   AcDbFace* face = nullptr;
   ASSERT_EQ(acdbOpenObject(face, ids[0], AcDb::kForRead), Acad::eOk);

@@ -33,6 +33,7 @@ inline std::string dxf(std::string_view tags) {
 inline std::string entities(const std::string& tags) { return dxf("0 SECTION|2 ENTITIES|" + tags + "|0 ENDSEC|0 EOF"); }
 
 inline std::wstring wide(const std::string& s) { return std::wstring(s.begin(), s.end()); }
+inline std::string narrow(const ACHAR* s) { return std::string(s, s + std::char_traits<ACHAR>::length(s)); }
 
 // The record of a saved file with the given handle: from its 0 tag up to the next one.
 inline std::string recordOf(const std::string& text, const std::string& handle) {
@@ -47,6 +48,14 @@ inline std::size_t occurrences(const std::string& text, const std::string& what)
   std::size_t n = 0;
   for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
   return n;
+}
+
+inline std::string handleOf(const AcDbObject* obj) {
+  AcDbHandle h;
+  obj->getAcDbHandle(h);
+  ACHAR buf[32];
+  h.getIntoAsciiBuffer(buf);
+  return narrow(buf);
 }
 
 inline AcDbObjectId idOf(AcDbDatabase& db, const std::string& handle) {

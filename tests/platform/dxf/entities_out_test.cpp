@@ -1,13 +1,18 @@
-// Entities made through the API are saved with their geometry, and an independent reader
-// (Debian's python3-ezdxf) finds it and audits the file clean, in the current and R2000 versions.
+// Entities made through the API are saved with their geometry: an independent reader (Debian's
+// python3-ezdxf) finds it and audits the file clean, in the current and R2000 versions, and the
+// host reads back the same entities.
+#include <cstdio>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "dbents.h"
 #include "dbpl.h"
+#include "dxf_test_support.h"
 #include "host_fixture.h"
 #include "python_check.h"
+#include "tdhost/dxf_io.h"
 #include "temp_dir.h"
 
 namespace {
@@ -37,7 +42,35 @@ AcDbObjectId addBlockWithALine(AcDbDatabase* db, const ACHAR* name) {
   return id;
 }
 
+// Per model-space entity: its class, box and length, as the host answers them.
+std::vector<std::string> digest(AcDbDatabase& db) {
+  std::vector<std::string> out;
+  for (AcDbObjectId id : dxftest::modelSpaceIds(db)) {
+    AcDbEntity* ent = nullptr;
+    EXPECT_EQ(acdbOpenObject(ent, id, AcDb::kForRead), Acad::eOk);
+    if (ent == nullptr) continue;
+    std::string d(dxftest::narrow(ent->isA()->name()));
+    char buf[200];
+    AcDbExtents box;
+    if (ent->getGeomExtents(box) == Acad::eOk) {
+      const AcGePoint3d a = box.minPoint(), b = box.maxPoint();
+      std::snprintf(buf, sizeof buf, " %.12g %.12g %.12g %.12g %.12g %.12g", a.x, a.y, a.z, b.x, b.y, b.z);
+      d += buf;
+    }
+    double end = 0, length = 0;
+    if (auto* curve = AcDbCurve::cast(ent); curve && curve->getEndParam(end) == Acad::eOk) {
+      curve->getDistAtParam(end, length);
+      std::snprintf(buf, sizeof buf, " length %.12g", length);
+      d += buf;
+    }
+    out.push_back(d);
+    ent->close();
+  }
+  return out;
+}
+
 const char* const kScript = R"(import sys, ezdxf
+from ezdxf.math import OCS
 doc = ezdxf.readfile(sys.argv[1])
 a = doc.audit()
 print('audit', len(a.errors), len(a.fixes))
@@ -45,7 +78,8 @@ r = lambda v: tuple(round(c, 9) for c in v)
 for e in doc.modelspace():
     t = e.dxftype()
     if t == 'LINE': print(t, r(e.dxf.start), r(e.dxf.end))
-    elif t == 'ARC': print(t, r(e.dxf.center), e.dxf.radius, e.dxf.start_angle, e.dxf.end_angle)
+    elif t == 'ARC': print(t, r(OCS(e.dxf.extrusion).to_wcs(e.dxf.center)), e.dxf.radius, round(e.dxf.start_angle, 9), round(e.dxf.end_angle, 9))
+    elif t == 'RAY': print(t, r(e.dxf.start), r(e.dxf.unit_vector))
     elif t == 'CIRCLE': print(t, r(e.dxf.center), e.dxf.radius)
     elif t == 'POINT': print(t, r(e.dxf.location))
     elif t == 'LWPOLYLINE': print(t, e.closed, [tuple(p) for p in e.get_points('xyseb')])
@@ -62,6 +96,12 @@ TEST_F(EntitiesOut, EveryModelledKindReachesAnIndependentReader) {
   if (python_check::ezdxfMissing()) GTEST_SKIP() << "python3-ezdxf is not installed";
   append(db.get(), new AcDbLine(AcGePoint3d(1, 2, 3), AcGePoint3d(4, 6, 3)));
   append(db.get(), new AcDbArc(AcGePoint3d(10, 0, 0), 5.0, 0.0, kPi / 2));
+  // In a tilted plane the file holds the centre in the arc's own coordinates.
+  append(db.get(), new AcDbArc(AcGePoint3d(3, -2, 5), AcGeVector3d(0.3, -0.4, 0.866).normal(), 2.0, 0.25, 2.0));
+  auto* ray = new AcDbRay;
+  ray->setBasePoint(AcGePoint3d(3200000.5, 540000.25, 12.0));
+  ray->setUnitDir(AcGeVector3d(1, -2, 2));
+  append(db.get(), ray);
   append(db.get(), new AcDbCircle(AcGePoint3d(0, 0, 7), AcGeVector3d::kZAxis, 2.5));
   append(db.get(), new AcDbPoint(AcGePoint3d(3200000.125, 540000.5, 101.25)));
   auto* pline = new AcDbPolyline;
@@ -106,6 +146,8 @@ TEST_F(EntitiesOut, EveryModelledKindReachesAnIndependentReader) {
       "audit 0 0",
       "LINE (1.0, 2.0, 3.0) (4.0, 6.0, 3.0)",
       "ARC (10.0, 0.0, 0.0) 5.0 0.0 90.0",
+      "ARC (3.0, -2.0, 5.0) 2.0 14.323944878 114.591559026",
+      "RAY (3200000.5, 540000.25, 12.0) (0.333333333, -0.666666667, 0.666666667)",
       "CIRCLE (0.0, 0.0, 7.0) 2.5",
       "POINT (3200000.125, 540000.5, 101.25)",
       "LWPOLYLINE True [(0.0, 0.0, 0.0, 0.0, 1.0), (2.0, 0.0, 0.0, 0.0, 0.0), (2.0, 3.0, 0.5, 0.5, 0.0)]",
@@ -116,12 +158,18 @@ TEST_F(EntitiesOut, EveryModelledKindReachesAnIndependentReader) {
       "POLYLINE AcDb2dPolyline True 7.5 [((0.0, 0.0, 7.5), 0, 0.25), ((10.0, 0.0, 7.5), 0.5, 0.25), ((10.0, 5.0, 7.5), 0, 0.25)]",
       "POLYLINE AcDb3dPolyline False 0.0 [((1.0, 1.0, 1.0), 0, 0), ((2.0, 3.0, 4.0), 0, 0), ((5.0, 5.0, 9.0), 0, 0), ((7.0, 1.0, 2.0), 0, 0)]",
   };
-  static_assert(std::size(expected) == 12);
+  static_assert(std::size(expected) == 14);
+  const std::vector<std::string> made = digest(*db);
+  ASSERT_EQ(made.size(), 13u);
   for (AcDb::AcDbDwgVersion version : {AcDb::kDHL_CURRENT, AcDb::kDHL_1015}) {
     const std::string file = (dir.path() / (version == AcDb::kDHL_1015 ? "r2000.dxf" : "made.dxf")).string();
-    ASSERT_EQ(db->dxfOut(std::wstring(file.begin(), file.end()).c_str(), 16, version), Acad::eOk);
+    ASSERT_EQ(db->dxfOut(dxftest::wide(file).c_str(), 16, version), Acad::eOk);
     const std::string out = python_check::runScript(script, file);
-    for (const char* line : expected) EXPECT_NE(out.find(std::string(line) + "\n"), std::string::npos) << line << "\n" << out;
+    for (const char* line : expected)
+      EXPECT_NE(out.find(std::string(line) + "\n"), std::string::npos) << line << "\n" << out;
+    AcDbDatabase back(false, true);
+    ASSERT_EQ(back.dxfIn(dxftest::wide(file).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
+    EXPECT_EQ(digest(back), made) << file;
   }
 }
 

@@ -320,14 +320,6 @@ TEST_P(SampleAgainstEzdxf, TextsInsertsAndPolylinesAreTheirClassesWithEzdxfValue
 
 INSTANTIATE_TEST_SUITE_P(Samples, SampleAgainstEzdxf, ::testing::ValuesIn(kEzdxfSamples));
 
-std::string handleText(const AcDbObject* obj) {
-  AcDbHandle h;
-  obj->getAcDbHandle(h);
-  ACHAR buf[32];
-  h.getIntoAsciiBuffer(buf);
-  return utf8(buf);
-}
-
 class LoadedEdits : public HostTest {
  protected:
   void load(const std::string& text) {
@@ -500,7 +492,7 @@ TEST_F(LoadedEdits, OldPolylineVerticesKeepTheirHandlesAndAVertexEditStaysInItsR
   for (it->start(); !it->done(); it->step()) {
     AcDb2dVertex* v = nullptr;
     ASSERT_EQ(pline->openVertex(v, it->objectId(), AcDb::kForRead), Acad::eOk);
-    handles.push_back(handleText(v));
+    handles.push_back(dxftest::handleOf(v));
     v->close();
   }
   EXPECT_EQ(handles, (std::vector<std::string>{"4E", "4F", "50", "51", "52"}));

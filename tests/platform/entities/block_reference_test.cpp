@@ -24,8 +24,9 @@ class BlockReferenceTest : public HostTest {
     rec->setOrigin(AcGePoint3d(1, 1, 0));
     ASSERT_EQ(table->add(blockId, rec), Acad::eOk);
     table->close();
-    for (AcDbEntity* ent : {static_cast<AcDbEntity*>(new AcDbLine(AcGePoint3d(1, 1, 0), AcGePoint3d(3, 1, 0))),
-                            static_cast<AcDbEntity*>(new AcDbCircle(AcGePoint3d(1, 1, 0), AcGeVector3d::kZAxis, 1.0))}) {
+    AcDbEntity* const members[] = {new AcDbLine(AcGePoint3d(1, 1, 0), AcGePoint3d(3, 1, 0)),
+                                   new AcDbCircle(AcGePoint3d(1, 1, 0), AcGeVector3d::kZAxis, 1.0)};
+    for (AcDbEntity* ent : members) {
       ASSERT_EQ(rec->appendAcDbEntity(ent), Acad::eOk);
       ent->close();
     }

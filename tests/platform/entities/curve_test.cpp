@@ -98,13 +98,9 @@ TEST(AcDbLineCurve, DerivativesAndOffTheLineIsRefused) {
 
 TEST(AcDbLineCurve, ClosestPointWithAndWithoutExtension) {
   AcDbLine line(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0));
-  AcGePoint3d c;
-  ASSERT_EQ(line.getClosestPointTo(AcGePoint3d(4, 3, 7), c), Acad::eOk);
-  expectNear(c, AcGePoint3d(4, 0, 0));
-  ASSERT_EQ(line.getClosestPointTo(AcGePoint3d(-4, 3, 0), c), Acad::eOk);
-  expectNear(c, AcGePoint3d(0, 0, 0));
-  ASSERT_EQ(line.getClosestPointTo(AcGePoint3d(-4, 3, 0), c, true), Acad::eOk);
-  expectNear(c, AcGePoint3d(-4, 0, 0));
+  expectNear(enttest::closest(line, AcGePoint3d(4, 3, 7)), AcGePoint3d(4, 0, 0));
+  expectNear(enttest::closest(line, AcGePoint3d(-4, 3, 0)), AcGePoint3d(0, 0, 0));
+  expectNear(enttest::closest(line, AcGePoint3d(-4, 3, 0), true), AcGePoint3d(-4, 0, 0));
 }
 
 TEST(AcDbLineCurve, ExtendAndSplitKeepTheLine) {
@@ -139,11 +135,9 @@ TEST(AcDbArcCurve, EndParamsDerivativesClosestPointAndArea) {
   ASSERT_EQ(arc.getSecondDeriv(kPi, v), Acad::eOk);
   EXPECT_TRUE(v.isEqualTo(AcGeVector3d(r, 0, 0)));  // towards the centre
   // The quarter not swept: its nearest points are the ends.
-  AcGePoint3d c;
-  ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(12, 21, 0), c), Acad::eOk);
-  expectNear(c, AcGePoint3d(15, 20, 0));
-  ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(12, 21, 0), c, true), Acad::eOk);
-  expectNear(c, AcGePoint3d(10 + r * 2 / std::sqrt(5.0), 20 + r / std::sqrt(5.0), 0));
+  expectNear(enttest::closest(arc, AcGePoint3d(12, 21, 0)), AcGePoint3d(15, 20, 0));
+  expectNear(enttest::closest(arc, AcGePoint3d(12, 21, 0), true),
+             AcGePoint3d(10 + r * 2 / std::sqrt(5.0), 20 + r / std::sqrt(5.0), 0));
   double area = 0;
   ASSERT_EQ(arc.getArea(area), Acad::eOk);
   const double t = 1.5 * kPi;
@@ -195,7 +189,8 @@ TEST(CurveTransforms, RoundTripRestoresGeometryAndMovesTheEnds) {
     AcDbArc arc(AcGePoint3d(1, 2, 0), 3.0, 0.4, 2.5);
     AcDbCircle circle(AcGePoint3d(1, 2, 0), AcGeVector3d::kZAxis, 3.0);
     AcDbLine line(AcGePoint3d(1, 2, 0), AcGePoint3d(5, 7, 1));
-    for (AcDbCurve* c : {static_cast<AcDbCurve*>(&arc), static_cast<AcDbCurve*>(&circle), static_cast<AcDbCurve*>(&line)}) {
+    AcDbCurve* const curves[] = {&arc, &circle, &line};
+    for (AcDbCurve* c : curves) {
       AcGePoint3d before[5], s, e, moved;
       double s0 = 0, e0 = 0;
       c->getStartParam(s0);
@@ -225,23 +220,17 @@ TEST(CurveTransforms, RoundTripRestoresGeometryAndMovesTheEnds) {
 
 TEST(CurveClosestAlong, SeenAlongADirectionAndExtendedPastTheEnds) {
   AcDbLine slanted(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 10));
-  AcGePoint3d c;
-  ASSERT_EQ(slanted.getClosestPointTo(AcGePoint3d(3, 0, 100), AcGeVector3d::kZAxis, c), Acad::eOk);
-  expectNear(c, AcGePoint3d(3, 0, 3), 1e-6);  // the line point below
-  ASSERT_EQ(slanted.getClosestPointTo(AcGePoint3d(-3, 5, 100), AcGeVector3d::kZAxis, c), Acad::eOk);
-  expectNear(c, AcGePoint3d(0, 0, 0));
-  ASSERT_EQ(slanted.getClosestPointTo(AcGePoint3d(-3, 5, 100), AcGeVector3d::kZAxis, c, true), Acad::eOk);
-  expectNear(c, AcGePoint3d(-3, 0, -3));
+  expectNear(enttest::closest(slanted, AcGePoint3d(3, 0, 100), AcGeVector3d::kZAxis), AcGePoint3d(3, 0, 3), 1e-6);
+  expectNear(enttest::closest(slanted, AcGePoint3d(-3, 5, 100), AcGeVector3d::kZAxis), AcGePoint3d(0, 0, 0));
+  expectNear(enttest::closest(slanted, AcGePoint3d(-3, 5, 100), AcGeVector3d::kZAxis, true), AcGePoint3d(-3, 0, -3));
   // A quarter arc seen from above: beyond its end the extended query follows the circle.
   AcDbArc arc(AcGePoint3d(0, 0, 0), 5.0, 0.0, kPi / 2);
-  ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(-5, 1, 50), AcGeVector3d::kZAxis, c), Acad::eOk);
-  expectNear(c, AcGePoint3d(0, 5, 0), 1e-6);
-  ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(-5, 1, 50), AcGeVector3d::kZAxis, c, true), Acad::eOk);
-  expectNear(c, AcGePoint3d(-25 / std::sqrt(26.0), 5 / std::sqrt(26.0), 0), 1e-6);
+  expectNear(enttest::closest(arc, AcGePoint3d(-5, 1, 50), AcGeVector3d::kZAxis), AcGePoint3d(0, 5, 0), 1e-6);
+  expectNear(enttest::closest(arc, AcGePoint3d(-5, 1, 50), AcGeVector3d::kZAxis, true),
+             AcGePoint3d(-25 / std::sqrt(26.0), 5 / std::sqrt(26.0), 0), 1e-6);
   // A closed curve has no ends to extend.
   AcDbCircle circle(AcGePoint3d(0, 0, 0), AcGeVector3d::kZAxis, 2.0);
-  ASSERT_EQ(circle.getClosestPointTo(AcGePoint3d(0, 9, 3), AcGeVector3d::kZAxis, c, true), Acad::eOk);
-  expectNear(c, AcGePoint3d(0, 2, 0), 1e-6);
+  expectNear(enttest::closest(circle, AcGePoint3d(0, 9, 3), AcGeVector3d::kZAxis, true), AcGePoint3d(0, 2, 0), 1e-6);
 }
 
 // The quarter arc of radius 5 about the origin from (5, 0) to (0, 5), stretched at its grips

@@ -115,6 +115,18 @@ inline AcDbObjectId appendToModel(AcDbDatabase& db, AcDbEntity* ent) {
   return id;
 }
 
+// The curve's closest point to p (seen along a direction when one is given).
+inline AcGePoint3d closest(const AcDbCurve& c, const AcGePoint3d& p, bool extend = false) {
+  AcGePoint3d q;
+  EXPECT_EQ(c.getClosestPointTo(p, q, extend), Acad::eOk);
+  return q;
+}
+inline AcGePoint3d closest(const AcDbCurve& c, const AcGePoint3d& p, const AcGeVector3d& along, bool extend = false) {
+  AcGePoint3d q;
+  EXPECT_EQ(c.getClosestPointTo(p, along, q, extend), Acad::eOk);
+  return q;
+}
+
 inline double curveLength(const AcDbCurve& c) {
   double end = 0, len = 0;
   EXPECT_EQ(c.getEndParam(end), Acad::eOk);

@@ -17,18 +17,10 @@ using enttest::RefPolyline;
 
 namespace {
 
-TEST(AcDb2dPolylineCurve, LineAndHalfCircleByHand) {
-  auto pl = make2d(kLineAndHalfCircle);
-  EXPECT_NEAR(enttest::curveLength(*pl), 10.0 + 5.0 * kPi, 1e-9);
-  AcGePoint3d p;
-  ASSERT_EQ(pl->getClosestPointTo(AcGePoint3d(20, 5, 0), p), Acad::eOk);
-  EXPECT_NEAR(p.distanceTo(AcGePoint3d(15, 5, 0)), 0.0, 1e-9);
-  ASSERT_EQ(pl->getClosestPointTo(AcGePoint3d(12, 10 - 5 + 5 * std::sqrt(0.5) * 3, 0), p), Acad::eOk);
-  // Along the ray from the centre through the point, at the radius.
-  const AcGeVector3d dir = AcGeVector3d(2, 5 * std::sqrt(0.5) * 3, 0).normal();
-  EXPECT_NEAR(p.distanceTo(AcGePoint3d(10, 5, 0) + dir * 5.0), 0.0, 1e-9);
+// Open, it is closed by its chord for its area: the triangle plus the half disc.
+TEST(AcDb2dPolylineCurve, OpenAreaIsClosedByTheChord) {
   double area = 0;
-  ASSERT_EQ(pl->getArea(area), Acad::eOk);  // closed by its chord: triangle plus half disc
+  ASSERT_EQ(make2d(kLineAndHalfCircle)->getArea(area), Acad::eOk);
   EXPECT_NEAR(area, 50.0 + kPi * 25.0 / 2.0, 1e-9);
 }
 

@@ -42,7 +42,7 @@ AcDbObjectId addBlockWithALine(AcDbDatabase* db, const ACHAR* name) {
   return id;
 }
 
-// Per model-space entity: its class, box and length, as the host answers them.
+// Per model-space entity: its class and geometry, as the host answers them.
 std::vector<std::string> digest(AcDbDatabase& db) {
   std::vector<std::string> out;
   for (AcDbObjectId id : dxftest::modelSpaceIds(db)) {
@@ -57,11 +57,18 @@ std::vector<std::string> digest(AcDbDatabase& db) {
       std::snprintf(buf, sizeof buf, " %.12g %.12g %.12g %.12g %.12g %.12g", a.x, a.y, a.z, b.x, b.y, b.z);
       d += buf;
     }
+    // Curves by their start, a point along them (a ray has no box) and length.
     double end = 0, length = 0;
-    if (auto* curve = AcDbCurve::cast(ent); curve && curve->getEndParam(end) == Acad::eOk) {
-      curve->getDistAtParam(end, length);
-      std::snprintf(buf, sizeof buf, " length %.12g", length);
-      d += buf;
+    AcGePoint3d s, p;
+    if (auto* curve = AcDbCurve::cast(ent)) {
+      if (curve->getStartPoint(s) == Acad::eOk && curve->getPointAtDist(0.5, p) == Acad::eOk) {
+        std::snprintf(buf, sizeof buf, " %.12g %.12g %.12g %.12g %.12g %.12g", s.x, s.y, s.z, p.x, p.y, p.z);
+        d += buf;
+      }
+      if (curve->getEndParam(end) == Acad::eOk && curve->getDistAtParam(end, length) == Acad::eOk) {
+        std::snprintf(buf, sizeof buf, " length %.12g", length);
+        d += buf;
+      }
     }
     out.push_back(d);
     ent->close();
@@ -134,11 +141,10 @@ TEST_F(EntitiesOut, EveryModelledKindReachesAnIndependentReader) {
   insert->setRotation(kPi / 2);
   append(db.get(), insert);
   const AcGeDoubleArray bulges{0.0, 0.5, 0.0};
-  append(db.get(), new AcDb2dPolyline(AcDb::k2dSimplePoly, AcGePoint3dArray{AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0), AcGePoint3d(10, 5, 0)},
-                                      7.5, true, 0.25, 0.25, &bulges));
-  append(db.get(), new AcDb3dPolyline(AcDb::k3dSimplePoly,
-                                      AcGePoint3dArray{AcGePoint3d(1, 1, 1), AcGePoint3d(2, 3, 4), AcGePoint3d(5, 5, 9), AcGePoint3d(7, 1, 2)},
-                                      false));
+  const AcGePoint3dArray plan{AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0), AcGePoint3d(10, 5, 0)};
+  append(db.get(), new AcDb2dPolyline(AcDb::k2dSimplePoly, plan, 7.5, true, 0.25, 0.25, &bulges));
+  const AcGePoint3dArray space{AcGePoint3d(1, 1, 1), AcGePoint3d(2, 3, 4), AcGePoint3d(5, 5, 9), AcGePoint3d(7, 1, 2)};
+  append(db.get(), new AcDb3dPolyline(AcDb::k3dSimplePoly, space, false));
 
   TempDir dir;
   const std::string script = dir.write("check.py", kScript);
@@ -155,8 +161,10 @@ TEST_F(EntitiesOut, EveryModelledKindReachesAnIndependentReader) {
       "MTEXT 300 abcd0abcd1 (5.0, 6.0, 0.0) 1.5 40.0 5",
       "3DFACE [(0.0, 0.0, 1.0), (4.0, 0.0, 2.0), (4.0, 3.0, 3.0), (0.0, 3.0, 4.0)] [10]",
       "INSERT PEG (100.0, 200.0, 5.0) 2.0 3.0 90.0 1",
-      "POLYLINE AcDb2dPolyline True 7.5 [((0.0, 0.0, 7.5), 0, 0.25), ((10.0, 0.0, 7.5), 0.5, 0.25), ((10.0, 5.0, 7.5), 0, 0.25)]",
-      "POLYLINE AcDb3dPolyline False 0.0 [((1.0, 1.0, 1.0), 0, 0), ((2.0, 3.0, 4.0), 0, 0), ((5.0, 5.0, 9.0), 0, 0), ((7.0, 1.0, 2.0), 0, 0)]",
+      "POLYLINE AcDb2dPolyline True 7.5 [((0.0, 0.0, 7.5), 0, 0.25), ((10.0, 0.0, 7.5), 0.5, 0.25), "
+      "((10.0, 5.0, 7.5), 0, 0.25)]",
+      "POLYLINE AcDb3dPolyline False 0.0 [((1.0, 1.0, 1.0), 0, 0), ((2.0, 3.0, 4.0), 0, 0), ((5.0, 5.0, 9.0), 0, 0), "
+      "((7.0, 1.0, 2.0), 0, 0)]",
   };
   static_assert(std::size(expected) == 14);
   const std::vector<std::string> made = digest(*db);

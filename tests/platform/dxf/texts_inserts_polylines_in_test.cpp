@@ -450,7 +450,7 @@ TEST_F(LoadedEdits, InsertsFindBlocksDefinedAfterThemAndKeepTheirAttributes) {
   EXPECT_NEAR(box.minPoint().distanceTo(AcGePoint3d(100, 110, 0)), 0.0, 1e-12);
   EXPECT_NEAR(box.maxPoint().distanceTo(AcGePoint3d(100, 112, 0)), 0.0, 1e-12);
   const std::string attrib = recordOf(tdhost::writeDxfText(*db), "31");
-  EXPECT_NE(attrib.find("1001\nSURVEY\n1000\nkept\n"), std::string::npos) << "the attribute's extended data: " << attrib;
+  EXPECT_NE(attrib.find("1001\nSURVEY\n1000\nkept\n"), std::string::npos) << "its extended data: " << attrib;
   EXPECT_EQ(ref->setPosition(AcGePoint3d(200, 100, 0)), Acad::eOk);
   ref->close();
   const std::string after = tdhost::writeDxfText(*db);

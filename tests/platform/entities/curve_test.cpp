@@ -96,15 +96,11 @@ TEST(AcDbLineCurve, DerivativesAndOffTheLineIsRefused) {
   EXPECT_EQ(line.getDistAtPoint(AcGePoint3d(2.5, 4.001, 3), d), Acad::eInvalidInput);
 }
 
-TEST(AcDbLineCurve, ClosestPointWithAndWithoutExtension) {
+TEST(AcDbLineCurve, ClosestPointExtendAndSplit) {
   AcDbLine line(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0));
   expectNear(enttest::closest(line, AcGePoint3d(4, 3, 7)), AcGePoint3d(4, 0, 0));
   expectNear(enttest::closest(line, AcGePoint3d(-4, 3, 0)), AcGePoint3d(0, 0, 0));
   expectNear(enttest::closest(line, AcGePoint3d(-4, 3, 0), true), AcGePoint3d(-4, 0, 0));
-}
-
-TEST(AcDbLineCurve, ExtendAndSplitKeepTheLine) {
-  AcDbLine line(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0));
   ASSERT_EQ(line.extend(12.0), Acad::eOk);
   expectNear(line.endPoint(), AcGePoint3d(12, 0, 0));
   ASSERT_EQ(line.extend(true, AcGePoint3d(-3, 5, 0)), Acad::eOk);

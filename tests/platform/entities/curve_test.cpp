@@ -43,6 +43,7 @@ TEST(CurveParameterisation, ParamPointAndDistanceAgreeWithHandValues) {
       {&arc, kPi, {5, 20, 0}, 2.5 * kPi},
       {&arc, 1.5 * kPi, {10, 15, 0}, 5 * kPi},
       {&circle, kPi / 2, {0, 3, 0}, 1.5 * kPi},
+      {&ray, 0.5, {1.3, 2.4, 3}, 0.5},
       {&ray, 10.0, {7, 10, 3}, 10.0},
       {&ray, 1e6, {1 + 6e5, 2 + 8e5, 3}, 1e6},
       {lw.get(), 0.5, {5, -5, 4}, 2.5 * kPi},
@@ -52,7 +53,7 @@ TEST(CurveParameterisation, ParamPointAndDistanceAgreeWithHandValues) {
       {&old3d, 1.25, {3, 4, 14}, 15.0},
       {&old3d, 2.5, {4, 5, 20.5}, 22.5},
   };
-  static_assert(std::size(rows) == 13);
+  static_assert(std::size(rows) == 14);
   int n = 0;
   for (const Row& r : rows) {
     SCOPED_TRACE(testing::Message() << "row " << n++);

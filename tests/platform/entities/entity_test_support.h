@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 #include <memory>
@@ -161,5 +162,80 @@ inline std::unique_ptr<AcDb2dPolyline> make2d(const RefPolyline& ref, double ele
 // A 10 unit line east, then a counter-clockwise half circle (centre (10,5), radius 5) north.
 inline const RefPolyline kLineAndHalfCircle{
     {AcGePoint2d(0, 0), AcGePoint2d(10, 0), AcGePoint2d(10, 10)}, {0.0, 1.0, 0.0}, false};
+
+// What every bulged polyline built from `ref` at `elevation` must answer, against the textbook
+// formulas: length, area (closed), each segment's middle at its parameter, closest points no
+// farther than dense sampling finds, station and parameter round trips, split pieces running
+// between their cuts and lying on the curve, and a transform undone by its inverse.
+inline void expectFollowsReference(AcDbCurve& pl, const RefPolyline& ref, double elevation, std::mt19937& rng,
+                                   int queries) {
+  const auto lift = [&](const AcGePoint2d& p) { return AcGePoint3d(p.x, p.y, elevation); };
+  const double len = curveLength(pl);
+  EXPECT_NEAR(len, ref.length(), 1e-8 * len);
+  double area = 0;
+  if (ref.closed) {
+    EXPECT_EQ(pl.getArea(area), Acad::eOk);
+    EXPECT_NEAR(area, ref.area(), 1e-7 * (1 + ref.area()));
+  }
+  const std::vector<RefSegment> segs = ref.segments();
+  AcGePoint3d p, back;
+  for (std::size_t i = 0; i < segs.size(); i += 1 + segs.size() / 20) {
+    ASSERT_EQ(pl.getPointAtParam(i + 0.5, p), Acad::eOk);
+    expectNear(p, lift(segs[i].at(0.5)));
+  }
+  const std::vector<AcGePoint2d> samples = ref.samples(64);
+  std::uniform_int_distribution<std::size_t> pick(0, samples.size() - 1);
+  std::uniform_real_distribution<double> jitter(-4.0, 4.0);
+  for (int q = 0; q < queries; ++q) {
+    const AcGePoint2d base = samples[pick(rng)];
+    const AcGePoint3d query(base.x + jitter(rng), base.y + jitter(rng), 9.0);
+    const AcGePoint3d c = closest(pl, query);
+    EXPECT_NEAR(c.z, elevation, 1e-9);
+    double best = 1e300, dist = 0, param = 0;
+    for (const AcGePoint2d& s : samples) best = std::min(best, query.distanceTo(lift(s)));
+    EXPECT_LE(query.distanceTo(c), best + 1e-9);
+    ASSERT_EQ(pl.getDistAtPoint(c, dist), Acad::eOk);
+    ASSERT_EQ(pl.getPointAtDist(dist, back), Acad::eOk);
+    expectNear(back, c, 1e-8);
+    ASSERT_EQ(pl.getParamAtPoint(c, param), Acad::eOk);
+    ASSERT_EQ(pl.getPointAtParam(param, back), Acad::eOk);
+    expectNear(back, c, 1e-8);
+  }
+  // Split at two random parameters; closed, the second piece wraps through the start.
+  const auto refDist = [&](double at) {
+    const std::size_t i = std::min<std::size_t>(static_cast<std::size_t>(at), segs.size() - 1);
+    double d = 0.0;
+    for (std::size_t k = 0; k < i; ++k) d += segs[k].length();
+    return d + (at - i) * segs[i].length();
+  };
+  std::uniform_real_distribution<double> cut(0.05, segs.size() - 0.05);
+  const double a = cut(rng), b = cut(rng), lo = std::min(a, b), hi = std::max(a, b);
+  const auto pieces = splitAt(pl, {a, b});
+  ASSERT_EQ(pieces.size(), ref.closed ? 2u : 3u);
+  std::vector<double> expected = {refDist(lo), refDist(hi) - refDist(lo), ref.length() - refDist(hi)};
+  if (ref.closed) expected = {expected[1], expected[2] + expected[0]};
+  AcGePoint3d end;
+  for (std::size_t k = 0; k < pieces.size(); ++k) {
+    const double d = curveLength(*pieces[k]);
+    EXPECT_NEAR(d, expected[k], 1e-8 * len) << "piece " << k;
+    ASSERT_EQ(pieces[k]->getStartPoint(p), Acad::eOk);
+    if (k > 0) {
+      expectNear(p, end);
+    }
+    pieces[k]->getEndPoint(end);
+    for (int j = 0; j <= 8; ++j) {
+      ASSERT_EQ(pieces[k]->getPointAtDist(d * j / 8, p), Acad::eOk);
+      expectNear(closest(pl, p), p, 1e-8);
+    }
+  }
+  AcGeMatrix3d m = AcGeMatrix3d::rotation(1.1, AcGeVector3d(0.3, -0.2, 1).normal(), AcGePoint3d(1, 1, 1));
+  m.preMultBy(AcGeMatrix3d::scaling(0.5));
+  ASSERT_EQ(pl.transformBy(m), Acad::eOk);
+  ASSERT_EQ(pl.transformBy(m.inverse()), Acad::eOk);
+  for (std::size_t i = 0; i < segs.size(); i += 1 + segs.size() / 20) {
+    ASSERT_EQ(pl.getPointAtParam(i + 0.5, p), Acad::eOk);
+    expectNear(p, lift(segs[i].at(0.5)), 1e-8);
+  }
+}
 
 }  // namespace enttest

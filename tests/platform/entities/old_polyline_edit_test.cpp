@@ -75,44 +75,6 @@ TEST(AcDb2dPolylineSplit, ClosedPolylineWrapsThroughItsStart) {
   expectNear(e, AcGePoint3d(4, 2, 0));
 }
 
-// Random bulged polylines cut at random parameters: each piece's length is the reference
-// curve's length between its cuts, and its points lie on the reference curve.
-TEST(AcDb2dPolylineSplit, RandomPiecesFollowTheTextbookCurve) {
-  std::mt19937 rng(11);
-  int pieces = 0;
-  for (int round = 0; round < 6; ++round) {
-    RefPolyline ref = enttest::randomPolyline(rng, 9, true);
-    auto pl = make2d(ref, 1.5);
-    const auto segs = ref.segments();
-    auto refDist = [&](double param) {
-      const std::size_t i = std::min<std::size_t>(static_cast<std::size_t>(param), segs.size() - 1);
-      double d = 0.0;
-      for (std::size_t k = 0; k < i; ++k) d += segs[k].length();
-      return d + (param - i) * segs[i].length();
-    };
-    std::uniform_real_distribution<double> at(0.05, segs.size() - 0.05);
-    const double a = at(rng), b = at(rng);
-    const auto parts = enttest::splitAt(*pl, {a, b});
-    ASSERT_EQ(parts.size(), 3u);
-    const double cuts[4] = {0.0, std::min(a, b), std::max(a, b), static_cast<double>(segs.size())};
-    const std::vector<AcGePoint2d> dense = ref.samples(2000);
-    for (int k = 0; k < 3; ++k) {
-      EXPECT_NEAR(enttest::curveLength(*parts[k]), refDist(cuts[k + 1]) - refDist(cuts[k]), 1e-8);
-      double end = 0;
-      parts[k]->getEndParam(end);
-      for (int j = 0; j <= 8; ++j) {
-        AcGePoint3d p;
-        ASSERT_EQ(parts[k]->getPointAtParam(end * j / 8, p), Acad::eOk);
-        double best = 1e300;
-        for (const AcGePoint2d& q : dense) best = std::min(best, p.distanceTo(AcGePoint3d(q.x, q.y, 1.5)));
-        EXPECT_LE(best, 5e-3);  // within the sampling step of the reference
-      }
-      ++pieces;
-    }
-  }
-  EXPECT_EQ(pieces, 18);
-}
-
 TEST(AcDb2dPolylineExtend, EndSegmentsRunOnAlongTheirGeometry) {
   auto pl = make2d(kLineAndHalfCircle);
   ASSERT_EQ(pl->extend(-0.5), Acad::eOk);  // the line, 5 units further west

@@ -11,19 +11,18 @@
 #include <vector>
 
 #include "arxHeaders.h"
+#include "dxf_test_support.h"
 #include "host_fixture.h"
 #include "tdhost/dxf_io.h"
-#include "tdhost/unmodelled.h"
 #include "temp_dir.h"
 
 namespace {
 
-std::wstring wide(const std::string& s) { return std::wstring(s.begin(), s.end()); }
+using dxftest::wide;
 
-const std::string kMinimal =
-    "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nL1\n 10\n0\n 20\n0\n 30\n0\n 11\n1\n 21\n1\n 31\n0\n  0\nENDSEC\n  0\nEOF\n";
+const std::string kMinimal = dxftest::entities("0 LINE|8 L1|10 0|20 0|30 0|11 1|21 1|31 0");
 
-class DxfFiles : public HostTest {};
+using DxfFiles = HostTest;
 
 struct Malformed {
   const char* name;
@@ -78,14 +77,12 @@ TEST_F(DxfFiles, KeptMalformedFilesAreRefusedOrSurviveASaveAndReload) {
   EXPECT_GE(files, 9);
 }
 
-TEST_F(DxfFiles, MissingFileAndDirectoryGiveFileStatuses) {
+// Missing files and directories give file statuses; a failed save keeps the old file and says
+// why; a save replaces its target; only the versions the writer knows are written.
+TEST_F(DxfFiles, FileStatusesAndAtomicSaves) {
   TempDir dir;
   EXPECT_EQ(db->dxfIn(wide((dir.path() / "none.dxf").string()).c_str()), Acad::eFileNotFound);
   EXPECT_EQ(db->dxfIn(wide(dir.path().string()).c_str()), Acad::eFileAccessErr);
-}
-
-TEST_F(DxfFiles, FailedSaveKeepsTheOldFileAndSaysWhy) {
-  TempDir dir;
   // A directory in the target's place cannot be replaced: the rename fails after writing.
   std::filesystem::create_directory(dir.path() / "keep.dxf");
   const std::string inner = dir.write("keep.dxf/inner.txt", "old content");
@@ -94,10 +91,6 @@ TEST_F(DxfFiles, FailedSaveKeepsTheOldFileAndSaysWhy) {
   EXPECT_EQ(TempDir::read(inner), "old content");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1) << "temporary file left behind";
   EXPECT_EQ(db->dxfOut(wide((dir.path() / "no" / "such.dxf").string()).c_str()), Acad::eFileAccessErr);
-}
-
-TEST_F(DxfFiles, SaveReplacesTargetAndOnlyKnownVersionsAreWritten) {
-  TempDir dir;
   const std::string target = dir.write("new.dxf", "old");
   ASSERT_EQ(db->dxfOut(wide(target).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
   EXPECT_NE(TempDir::read(target).find("AC1032"), std::string::npos);
@@ -108,67 +101,61 @@ TEST_F(DxfFiles, SaveReplacesTargetAndOnlyKnownVersionsAreWritten) {
   EXPECT_EQ(back.dxfIn(wide(target).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
 }
 
-TEST_F(DxfFiles, HeaderlessEntitiesLandInModelSpaceOnTheirLayer) {
+// A file without header or handles: its LINE lands in model space as its class, on its layer,
+// with a handle assigned. Opened and written back unchanged it saves as read; the smallest
+// changes through the API (one unit in the last place, the sign of a zero, colour, layer,
+// extended data, an extension dictionary) are saved and reloaded.
+TEST_F(DxfFiles, HeaderlessLineIsModelledAndChangesThroughTheApiAreSavedAndReloaded) {
   ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  AcDbBlockTable* table = nullptr;
-  ASSERT_EQ(db->getBlockTable(table), Acad::eOk);
-  AcDbBlockTableRecord* model = nullptr;
-  ASSERT_EQ(table->getAt(ACDB_MODEL_SPACE, model, AcDb::kForRead), Acad::eOk);
-  table->close();
-  ASSERT_EQ(model->entityIds().size(), 1u);
-  AcDbEntity* ent = nullptr;
-  ASSERT_EQ(acdbOpenObject(ent, model->entityIds()[0], AcDb::kForRead), Acad::eOk);
-  model->close();
-  ACHAR* layer = ent->layer();
-  EXPECT_STREQ(layer, L"L1");
-  acutDelString(layer);
-  // A LINE is read into its modelled class.
-  auto* line = AcDbLine::cast(ent);
-  ASSERT_NE(line, nullptr);
-  EXPECT_EQ(ent->ownerId(), db->currentSpaceId());
-  AcDbHandle h;
-  ent->getAcDbHandle(h);
-  EXPECT_FALSE(h.isNull()) << "a file without handles gets them assigned";
-  ent->close();
-  EXPECT_EQ(db->clayer().isNull(), false);
-}
+  const auto ids = dxftest::modelSpaceIds(*db);
+  ASSERT_EQ(ids.size(), 1u);
+  const AcDbObjectId lineId = ids[0];
+  EXPECT_FALSE(lineId.handle().isNull()) << "a file without handles gets them assigned";
+  const std::string unchanged = tdhost::writeDxfText(*db);
+  AcDbLine* line = nullptr;
+  ASSERT_EQ(acdbOpenObject(line, lineId, AcDb::kForWrite), Acad::eOk);
+  ACHAR* before = line->layer();
+  EXPECT_STREQ(before, L"L1");
+  acutDelString(before);
+  line->setEndPoint(line->endPoint());
+  line->close();
+  EXPECT_EQ(tdhost::writeDxfText(*db), unchanged) << "an entity written back unchanged saves as read";
 
-TEST_F(DxfFiles, ChangesThroughTheApiAreSavedAndReloaded) {
-  ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk);
-  AcDbBlockTableRecord* model = nullptr;
-  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
-  AcDbObjectId lineId = model->entityIds()[0];
-  model->close();
-  AcDbEntity* ent = nullptr;
-  ASSERT_EQ(acdbOpenObject(ent, lineId, AcDb::kForWrite), Acad::eOk);
-  EXPECT_EQ(ent->setColorIndex(3), Acad::eOk);
-  EXPECT_EQ(ent->setLayer(L"0"), Acad::eOk);
+  const double nudged = std::nextafter(1.0, 2.0);
+  ASSERT_EQ(acdbOpenObject(line, lineId, AcDb::kForWrite), Acad::eOk);
+  line->setEndPoint(AcGePoint3d(1.0, nudged, 0.0));
+  line->setStartPoint(AcGePoint3d(-0.0, 0.0, 0.0));
+  EXPECT_EQ(line->setColorIndex(3), Acad::eOk);
+  EXPECT_EQ(line->setLayer(L"0"), Acad::eOk);
   resbuf app{nullptr, 1001, {}};
   app.resval.rstring = const_cast<ACHAR*>(L"ACAD");
   resbuf val{nullptr, 1000, {}};
   val.resval.rstring = const_cast<ACHAR*>(L"\u0416 survey");
   app.rbnext = &val;
-  EXPECT_EQ(ent->setXData(&app), Acad::eOk);
-  EXPECT_EQ(ent->createExtensionDictionary(), Acad::eOk);
-  ent->close();
+  EXPECT_EQ(line->setXData(&app), Acad::eOk);
+  EXPECT_EQ(line->createExtensionDictionary(), Acad::eOk);
+  line->close();
 
   const std::string text = tdhost::writeDxfText(*db);
+  EXPECT_NE(text.find(" 10\n-0.0\n"), std::string::npos) << text;
   AcDbDatabase back(false, true);
   ASSERT_EQ(tdhost::readDxfText(back, text, "back.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
   AcDbObjectId backId;
   ASSERT_EQ(back.getAcDbObjectId(backId, false, lineId.handle()), Acad::eOk);
-  ASSERT_EQ(acdbOpenObject(ent, backId, AcDb::kForRead), Acad::eOk);
-  EXPECT_EQ(ent->colorIndex(), 3);
-  ACHAR* layer = ent->layer();
+  ASSERT_EQ(acdbOpenObject(line, backId, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(line->endPoint().y, nudged);
+  EXPECT_TRUE(std::signbit(line->startPoint().x));
+  EXPECT_EQ(line->colorIndex(), 3);
+  ACHAR* layer = line->layer();
   EXPECT_STREQ(layer, L"0");
   acutDelString(layer);
-  resbuf* x = ent->xData(L"ACAD");
+  resbuf* x = line->xData(L"ACAD");
   ASSERT_NE(x, nullptr);
   ASSERT_NE(x->rbnext, nullptr);
   EXPECT_STREQ(x->rbnext->resval.rstring, L"\u0416 survey");
   acutRelRb(x);
-  EXPECT_FALSE(ent->extensionDictionary().isNull());
-  ent->close();
+  EXPECT_FALSE(line->extensionDictionary().isNull());
+  line->close();
   EXPECT_EQ(tdhost::writeDxfText(back), text);
 }
 
@@ -190,10 +177,7 @@ TEST_F(DxfFiles, LargeEntitySectionsKeepFollowersCommentsAndOrder) {
   text += "999\nlast comment\n  0\nENDSEC\n  0\nEOF\n";
 
   ASSERT_EQ(tdhost::readDxfText(*db, text, "big.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  AcDbBlockTableRecord* model = nullptr;
-  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
-  const std::vector<AcDbObjectId> ids(model->entityIds().begin(), model->entityIds().end());
-  model->close();
+  const std::vector<AcDbObjectId> ids = dxftest::modelSpaceIds(*db);
   ASSERT_EQ(ids.size(), static_cast<std::size_t>(kLines + 1));
   for (std::size_t i = 0; i < ids.size(); ++i) {
     AcDbEntity* ent = nullptr;
@@ -228,41 +212,6 @@ TEST_F(DxfFiles, MalformedEntityDeepInALargeSectionChangesNothing) {
   EXPECT_NE(tdhost::lastDxfMessage().find("deep.dxf:" + std::to_string(badLine) + ":"), std::string::npos)
       << tdhost::lastDxfMessage();
   EXPECT_EQ(db->layerTableId(), layers);
-}
-
-TEST_F(DxfFiles, EntitiesOpenedButUnchangedSaveAsReadAndTheSmallestChangeIsSaved) {
-  ASSERT_EQ(tdhost::readDxfText(*db, kMinimal, "mini.dxf"), Acad::eOk);
-  const std::string unchanged = tdhost::writeDxfText(*db);
-  AcDbBlockTableRecord* model = nullptr;
-  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
-  const AcDbObjectId lineId = model->entityIds()[0];
-  model->close();
-  auto edit = [&](auto change) {
-    AcDbLine* line = nullptr;
-    ASSERT_EQ(acdbOpenObject(line, lineId, AcDb::kForWrite), Acad::eOk);
-    change(*line);
-    line->close();
-  };
-  edit([](AcDbLine& line) { line.setEndPoint(line.endPoint()); });
-  EXPECT_EQ(tdhost::writeDxfText(*db), unchanged) << "an entity written back unchanged saves as read";
-
-  // One unit in the last place, and the sign of a zero: both are changes the file must carry.
-  const double nudged = std::nextafter(1.0, 2.0);
-  edit([&](AcDbLine& line) {
-    line.setEndPoint(AcGePoint3d(1.0, nudged, 0.0));
-    line.setStartPoint(AcGePoint3d(-0.0, 0.0, 0.0));
-  });
-  const std::string changed = tdhost::writeDxfText(*db);
-  EXPECT_NE(changed.find(" 10\n-0.0\n"), std::string::npos) << changed;
-  AcDbDatabase back(false, true);
-  ASSERT_EQ(tdhost::readDxfText(back, changed, "back.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  AcDbObjectId backId;
-  ASSERT_EQ(back.getAcDbObjectId(backId, false, lineId.handle()), Acad::eOk);
-  AcDbLine* line = nullptr;
-  ASSERT_EQ(acdbOpenObject(line, backId, AcDb::kForRead), Acad::eOk);
-  EXPECT_EQ(line->endPoint().y, nudged);
-  EXPECT_TRUE(std::signbit(line->startPoint().x));
-  line->close();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "arxHeaders.h"
+#include "dxf_test_support.h"
 #include "host_fixture.h"
 #include "tdhost/dxf_io.h"
 #include "tdhost/unmodelled.h"
@@ -31,12 +32,6 @@ std::string fmt(double v) {
   return buf;
 }
 
-std::string narrowName(const ACHAR* name) {
-  std::string out;
-  for (const ACHAR* c = name; *c; ++c) out += static_cast<char>(*c);
-  return out;
-}
-
 // Per entity (by handle): its type, layer, colour, tags and extended data.
 std::map<std::string, std::string> entityDigest(AcDbDatabase& db) {
   std::map<std::string, std::string> out;
@@ -57,7 +52,7 @@ std::map<std::string, std::string> entityDigest(AcDbDatabase& db) {
         d += "|followers " + std::to_string(g->content().followers.size());
       } else {
         // A modelled entity: its class and its geometry, by box and (for curves) length.
-        d += narrowName(ent->isA()->name());
+        d += dxftest::narrow(ent->isA()->name());
         AcDbExtents box;
         if (ent->getGeomExtents(box) == Acad::eOk)
           d += "|box " + fmt(box.minPoint().x) + " " + fmt(box.minPoint().y) + " " + fmt(box.maxPoint().x) + " " +

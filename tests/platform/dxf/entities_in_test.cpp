@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "arxHeaders.h"
+#include "dxf_test_support.h"
 #include "host_fixture.h"
 #include "tdhost/dxf_io.h"
 
@@ -74,26 +75,8 @@ double rawLength(const RawPline& p) {
   return total;
 }
 
-std::string handleOf(const AcDbObject* obj) {
-  AcDbHandle h;
-  obj->getAcDbHandle(h);
-  ACHAR buf[32];
-  h.getIntoAsciiBuffer(buf);
-  std::string out;
-  for (const ACHAR* c = buf; *c; ++c) out += static_cast<char>(*c);
-  return out;
-}
-
-std::vector<AcDbObjectId> modelSpaceIds(AcDbDatabase* db) {
-  AcDbBlockTableRecord* model = nullptr;
-  EXPECT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForRead), Acad::eOk);
-  if (model == nullptr) return {};
-  std::vector<AcDbObjectId> ids(model->entityIds().begin(), model->entityIds().end());
-  model->close();
-  return ids;
-}
-
-class EntitiesIn : public HostTest {};
+using dxftest::handleOf;
+using EntitiesIn = HostTest;
 
 }  // namespace
 
@@ -103,7 +86,7 @@ TEST_F(EntitiesIn, LoadedLightweightPolylinesMeasureAsTheirRawVerticesSay) {
   const auto raw = rawPolylines(slurp(file));
   ASSERT_FALSE(raw.empty());
   int checked = 0, bulged = 0;
-  for (AcDbObjectId id : modelSpaceIds(db.get())) {
+  for (AcDbObjectId id : dxftest::modelSpaceIds(*db)) {
     AcDbPolyline* pline = nullptr;
     if (acdbOpenObject(pline, id, AcDb::kForRead) != Acad::eOk) continue;
     const auto it = raw.find(handleOf(pline));
@@ -129,7 +112,7 @@ TEST_F(EntitiesIn, HeaderlessClosedPolylineKeepsWidthAndClosingBulge) {
   const auto raw = rawPolylines(slurp(file));
   ASSERT_EQ(raw.size(), 1u);
   const RawPline& expected = raw.begin()->second;
-  const auto ids = modelSpaceIds(db.get());
+  const auto ids = dxftest::modelSpaceIds(*db);
   ASSERT_EQ(ids.size(), 1u);
   AcDbPolyline* pline = nullptr;
   ASSERT_EQ(acdbOpenObject(pline, ids[0], AcDb::kForWrite), Acad::eOk);
@@ -158,64 +141,11 @@ TEST_F(EntitiesIn, HeaderlessClosedPolylineKeepsWidthAndClosingBulge) {
   EXPECT_NE(saved.find("\n 43\n0.5\n"), std::string::npos);
 }
 
-TEST_F(EntitiesIn, EditedLineKeepsCodesItsClassDoesNotHold) {
-  const std::string text =
-      "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  5\n2A\n100\nAcDbEntity\n  8\nL1\n370\n25\n 48\n2.5\n"
-      "100\nAcDbLine\n 10\n1\n 20\n2\n 30\n0\n 11\n3\n 21\n4\n 31\n0\n  0\nENDSEC\n  0\nEOF\n";
-  ASSERT_EQ(tdhost::readDxfText(*db, text, "line.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  const auto ids = modelSpaceIds(db.get());
-  ASSERT_EQ(ids.size(), 1u);
-  AcDbLine* line = nullptr;
-  ASSERT_EQ(acdbOpenObject(line, ids[0], AcDb::kForWrite), Acad::eOk);
-  EXPECT_EQ(line->startPoint(), AcGePoint3d(1, 2, 0));
-  EXPECT_EQ(line->endPoint(), AcGePoint3d(3, 4, 0));
-  line->setEndPoint(AcGePoint3d(7, 8, 9));
-  line->close();
-  const std::string saved = tdhost::writeDxfText(*db);
-  EXPECT_NE(saved.find("370\n25\n"), std::string::npos);
-  EXPECT_NE(saved.find(" 48\n2.5\n"), std::string::npos);
-  EXPECT_NE(saved.find(" 11\n7.0\n 21\n8.0\n 31\n9.0\n"), std::string::npos) << saved;
-  EXPECT_EQ(saved.find(" 11\n3\n"), std::string::npos);
-  auto again = std::make_unique<AcDbDatabase>(false, true);
-  ASSERT_EQ(tdhost::readDxfText(*again, saved, "saved.dxf"), Acad::eOk);
-  const auto againIds = modelSpaceIds(again.get());
-  ASSERT_EQ(againIds.size(), 1u);
-  ASSERT_EQ(acdbOpenObject(line, againIds[0], AcDb::kForRead), Acad::eOk);
-  EXPECT_EQ(line->endPoint(), AcGePoint3d(7, 8, 9));
-  line->close();
-  // Unchanged since the reload: written back exactly.
-  EXPECT_EQ(tdhost::writeDxfText(*again), saved);
-}
-
-TEST_F(EntitiesIn, ArcInTiltedPlaneReadsItsCentreBackToWorld) {
-  // Written by the host from a world centre, read back: the OCS round trip must agree.
-  auto* arc = new AcDbArc(AcGePoint3d(3, -2, 5), AcGeVector3d(0.3, -0.4, 0.866).normal(), 2.0, 0.25, 2.0);
-  AcDbBlockTableRecord* model = nullptr;
-  ASSERT_EQ(acdbOpenObject(model, db->currentSpaceId(), AcDb::kForWrite), Acad::eOk);
-  ASSERT_EQ(model->appendAcDbEntity(arc), Acad::eOk);
-  arc->close();
-  model->close();
-  const std::string saved = tdhost::writeDxfText(*db);
-  auto again = std::make_unique<AcDbDatabase>(false, true);
-  ASSERT_EQ(tdhost::readDxfText(*again, saved, "arc.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  AcDbArc* read = nullptr;
-  for (AcDbObjectId id : modelSpaceIds(again.get()))
-    if (acdbOpenObject(read, id, AcDb::kForRead) == Acad::eOk) break;
-  ASSERT_NE(read, nullptr);
-  EXPECT_NEAR(read->center().distanceTo(AcGePoint3d(3, -2, 5)), 0.0, 1e-12);
-  EXPECT_NEAR(read->radius(), 2.0, 0.0);
-  EXPECT_NEAR(read->startAngle(), 0.25, 1e-14);
-  EXPECT_NEAR(read->endAngle(), 2.0, 1e-14);
-  read->close();
-}
-
 TEST_F(EntitiesIn, FaceWithoutFourthCornerIsATriangleWithItsHiddenEdges) {
   // R12 style: no subclass markers, no 13 corner, edges 0 and 2 hidden (1 + 4).
-  const std::string text =
-      "  0\nSECTION\n  2\nENTITIES\n  0\n3DFACE\n  8\nTIN\n 10\n0\n 20\n0\n 30\n1\n 11\n6\n 21\n0\n 31\n2\n"
-      " 12\n0\n 22\n8\n 32\n3\n 70\n5\n  0\nENDSEC\n  0\nEOF\n";
+  const std::string text = dxftest::entities("0 3DFACE|8 TIN|10 0|20 0|30 1|11 6|21 0|31 2|12 0|22 8|32 3|70 5");
   ASSERT_EQ(tdhost::readDxfText(*db, text, "face.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
-  const auto ids = modelSpaceIds(db.get());
+  const auto ids = dxftest::modelSpaceIds(*db);
   ASSERT_EQ(ids.size(), 1u);
   AcDbFace* face = nullptr;
   ASSERT_EQ(acdbOpenObject(face, ids[0], AcDb::kForRead), Acad::eOk);

@@ -44,11 +44,6 @@ TEST(IntersectWith, AnalyticCrossings) {
     ++n;
   }
   EXPECT_EQ(n, 6);
-  AcGePoint3dArray pts;
-  horizontal.intersectWith(&circle, AcDb::kOnBothOperands, pts);
-  ASSERT_EQ(pts.length(), 2);
-  EXPECT_NEAR(std::fabs(pts[0].x), std::sqrt(3.0), 1e-12);
-  EXPECT_NEAR(pts[0].y, 1.0, 1e-12);
 }
 
 TEST(IntersectWith, ExtensionModesDecideWhichOperandGrows) {

@@ -13,8 +13,6 @@ using enttest::RefPolyline;
 
 namespace {
 
-AcGePoint3d lift(const AcGePoint2d& p, double z = 0.0) { return AcGePoint3d(p.x, p.y, z); }
-
 TEST(AcDbPolylineEdit, VerticesBulgesWidthsAndIndexes) {
   AcDbPolyline pl;
   EXPECT_EQ(pl.segType(0), AcDbPolyline::kEmpty);
@@ -23,16 +21,9 @@ TEST(AcDbPolylineEdit, VerticesBulgesWidthsAndIndexes) {
   ASSERT_EQ(pl.addVertexAt(1, AcGePoint2d(10, 0)), Acad::eOk);
   ASSERT_EQ(pl.addVertexAt(1, AcGePoint2d(5, 5)), Acad::eOk);
   EXPECT_EQ(pl.addVertexAt(5, AcGePoint2d(1, 1)), Acad::eInvalidIndex);
-  EXPECT_EQ(pl.numVerts(), 3u);
   AcGePoint2d p;
   ASSERT_EQ(pl.getPointAt(1, p), Acad::eOk);
   EXPECT_EQ(p, AcGePoint2d(5, 5));
-  double b = 0, w0 = 0, w1 = 0;
-  ASSERT_EQ(pl.getBulgeAt(0, b), Acad::eOk);
-  EXPECT_EQ(b, 0.5);
-  ASSERT_EQ(pl.getWidthsAt(0, w0, w1), Acad::eOk);
-  EXPECT_EQ(w0, 1.0);
-  EXPECT_EQ(w1, 2.0);
   EXPECT_EQ(pl.segType(0), AcDbPolyline::kArc);
   EXPECT_EQ(pl.segType(1), AcDbPolyline::kLine);
   EXPECT_EQ(pl.segType(2), AcDbPolyline::kEmpty);
@@ -56,20 +47,11 @@ TEST(AcDbPolylineEdit, VerticesBulgesWidthsAndIndexes) {
   EXPECT_NEAR(param, 1.5, 1e-12);
 }
 
-TEST(AcDbPolylineCurve, ParameterIsVertexIndexPlusFraction) {
+// Its parameterisation at hand-worked points is in curve_test.cpp with the other curves.
+TEST(AcDbPolylineCurve, DerivativeIsPerUnitOfParameter) {
   RefPolyline ref{{AcGePoint2d(0, 0), AcGePoint2d(10, 0), AcGePoint2d(10, 10)}, {1.0, 0.0, 0.0}, false};
   std::unique_ptr<AcDbPolyline> pl(ref.make(4.0));
   AcGePoint3d p;
-  ASSERT_EQ(pl->getPointAtParam(0.5, p), Acad::eOk);  // half of a semicircle below the chord
-  EXPECT_LE(p.distanceTo(AcGePoint3d(5, -5, 4)), 1e-9);
-  ASSERT_EQ(pl->getPointAtParam(1.25, p), Acad::eOk);
-  EXPECT_LE(p.distanceTo(AcGePoint3d(10, 2.5, 4)), 1e-9);
-  double d = 0;
-  ASSERT_EQ(pl->getDistAtParam(1.0, d), Acad::eOk);
-  EXPECT_NEAR(d, 5 * kPi, 1e-9);
-  double param = 0;
-  ASSERT_EQ(pl->getParamAtDist(5 * kPi + 5, param), Acad::eOk);
-  EXPECT_NEAR(param, 1.5, 1e-12);
   AcGeVector3d v;
   ASSERT_EQ(pl->getFirstDeriv(1.5, v), Acad::eOk);
   EXPECT_NEAR(v.y, 10.0, 1e-9);  // the segment length per unit of parameter
@@ -84,112 +66,37 @@ TEST(AcDbPolylineCurve, AreaOfBulgedPolygonsMatchesFormula) {
     double expected;
   };
   const Case cases[] = {
-      // A 10 x 10 square whose bottom edge bulges outwards (counter-clockwise) as a semicircle.
-      {{{AcGePoint2d(0, 0), AcGePoint2d(10, 0), AcGePoint2d(10, 10), AcGePoint2d(0, 10)}, {1.0, 0, 0, 0}, true},
-       100 + kPi * 25 / 2},
-      // The same semicircle bulging into the square.
+      // A 10 x 10 square whose bottom edge bulges into it as a semicircle.
       {{{AcGePoint2d(0, 0), AcGePoint2d(10, 0), AcGePoint2d(10, 10), AcGePoint2d(0, 10)}, {-1.0, 0, 0, 0}, true},
        100 - kPi * 25 / 2},
       // Two semicircles: a full circle of radius 5.
       {{{AcGePoint2d(0, 0), AcGePoint2d(10, 0)}, {1.0, 1.0}, true}, kPi * 25},
-      // Clockwise square with a quarter-bulge edge.
-      {{{AcGePoint2d(0, 0), AcGePoint2d(0, 10), AcGePoint2d(10, 10), AcGePoint2d(10, 0)},
-        {0, std::tan(kPi / 8), 0, 0}, true},
-       -1},
   };
   int n = 0;
   for (const Case& c : cases) {
     std::unique_ptr<AcDbPolyline> pl(c.ref.make());
     double area = 0;
     ASSERT_EQ(pl->getArea(area), Acad::eOk);
-    const double expected = c.expected >= 0 ? c.expected : c.ref.area();
-    EXPECT_NEAR(area, expected, 1e-9 * (1 + expected)) << "case " << n;
+    EXPECT_NEAR(area, c.expected, 1e-9 * (1 + c.expected)) << "case " << n;
     ++n;
   }
-  EXPECT_EQ(n, 4);
-  std::mt19937 rng(7);
-  for (int k = 0; k < 20; ++k) {
-    RefPolyline ref = enttest::randomPolyline(rng, 12, true);
-    ref.closed = true;
-    std::unique_ptr<AcDbPolyline> pl(ref.make());
-    double area = 0;
-    ASSERT_EQ(pl->getArea(area), Acad::eOk);
-    EXPECT_NEAR(area, ref.area(), 1e-7 * (1 + ref.area()));
-  }
+  EXPECT_EQ(n, 2);  // random closed ones are in RandomCurvesFollowTheTextbookFormulas
 }
 
-TEST(AcDbPolylineCurve, RandomCurvesStationRoundTripAndClosestPoint) {
+TEST(AcDbPolylineCurve, RandomCurvesFollowTheTextbookFormulas) {
   std::mt19937 rng(42);
-  std::uniform_real_distribution<double> jitter(-4.0, 4.0);
-  int queries = 0;
+  int curves = 0;
   for (int n : {5, 40, 3000}) {  // the long one goes through the segment index
-    RefPolyline ref = enttest::randomPolyline(rng, n, true);
-    std::unique_ptr<AcDbPolyline> pl(ref.make(2.0));
-    double end = 0, len = 0;
-    ASSERT_EQ(pl->getEndParam(end), Acad::eOk);
-    ASSERT_EQ(pl->getDistAtParam(end, len), Acad::eOk);
-    EXPECT_NEAR(len, ref.length(), 1e-8 * len);
-    const std::vector<AcGePoint2d> samples = ref.samples(64);
-    std::uniform_int_distribution<size_t> pick(0, samples.size() - 1);
-    for (int q = 0; q < 60; ++q) {
-      const AcGePoint2d base = samples[pick(rng)];
-      const AcGePoint3d query(base.x + jitter(rng), base.y + jitter(rng), 9.0);
-      AcGePoint3d c;
-      ASSERT_EQ(pl->getClosestPointTo(query, c), Acad::eOk);
-      EXPECT_NEAR(c.z, 2.0, 1e-9);
-      double best = 1e300;
-      for (const AcGePoint2d& s : samples) best = std::min(best, query.distanceTo(lift(s, 2.0)));
-      EXPECT_LE(query.distanceTo(c), best + 1e-9);
-      double dist = 0;
-      ASSERT_EQ(pl->getDistAtPoint(c, dist), Acad::eOk);
-      AcGePoint3d back;
-      ASSERT_EQ(pl->getPointAtDist(dist, back), Acad::eOk);
-      EXPECT_LE(back.distanceTo(c), 1e-8);
-      double param = 0;
-      ASSERT_EQ(pl->getParamAtPoint(c, param), Acad::eOk);
-      ASSERT_EQ(pl->getPointAtParam(param, back), Acad::eOk);
-      EXPECT_LE(back.distanceTo(c), 1e-8);
-      ++queries;
+    for (bool closed : {false, true}) {
+      RefPolyline ref = enttest::randomPolyline(rng, n, true);
+      ref.closed = closed;
+      std::unique_ptr<AcDbPolyline> pl(ref.make(2.0));
+      SCOPED_TRACE(testing::Message() << n << " vertices, closed " << closed);
+      enttest::expectFollowsReference(*pl, ref, 2.0, rng, 60);
+      ++curves;
     }
   }
-  EXPECT_EQ(queries, 180);
-}
-
-TEST(AcDbPolylineCurve, SplitPiecesJoinBackToTheOriginal) {
-  std::mt19937 rng(3);
-  for (bool closed : {false, true}) {
-    RefPolyline ref = enttest::randomPolyline(rng, 9, true);
-    ref.closed = closed;
-    std::unique_ptr<AcDbPolyline> pl(ref.make());
-    AcGeDoubleArray params;
-    for (double p : {0.3, 2.0, 4.75, 7.5}) params.append(p);
-    AcDbVoidPtrArray pieces;
-    ASSERT_EQ(pl->getSplitCurves(params, pieces), Acad::eOk);
-    ASSERT_EQ(pieces.length(), closed ? 4 : 5);
-    double total = 0;
-    AcGePoint3d prevEnd;
-    for (int i = 0; i < pieces.length(); ++i) {
-      std::unique_ptr<AcDbPolyline> piece(static_cast<AcDbPolyline*>(static_cast<AcDbCurve*>(pieces[i])));
-      double e = 0, d = 0;
-      piece->getEndParam(e);
-      piece->getDistAtParam(e, d);
-      total += d;
-      AcGePoint3d s;
-      piece->getStartPoint(s);
-      if (i > 0) {
-        EXPECT_LE(s.distanceTo(prevEnd), 1e-9);
-      }
-      piece->getEndPoint(prevEnd);
-      // Every piece point lies on the original.
-      for (int k = 0; k <= 8; ++k) {
-        AcGePoint3d p, c;
-        piece->getPointAtDist(d * k / 8, p);
-        pl->getClosestPointTo(p, c);
-        EXPECT_LE(p.distanceTo(c), 1e-8);
-      }
-    }
-    EXPECT_NEAR(total, ref.length(), 1e-8 * total);
-  }
+  EXPECT_EQ(curves, 6);
 }
 
 TEST(AcDbPolylineCurve, ExtendMovesEndSegmentsAlongTheirGeometry) {
@@ -224,21 +131,10 @@ TEST(AcDbPolylineCurve, ProjectionOntoATiltedPlaneTakesStraightPolylinesOnly) {
   EXPECT_EQ(pl->getOrthoProjectedCurve(side, proj), Acad::eNotApplicable);
 }
 
-TEST(AcDbPolylineCurve, TransformRoundTripAndExtents) {
+TEST(AcDbPolylineCurve, ExtentsHoldTheCurveAndOnlyUniformScalingApplies) {
   std::mt19937 rng(11);
   RefPolyline ref = enttest::randomPolyline(rng, 20, true);
   std::unique_ptr<AcDbPolyline> pl(ref.make(3.0));
-  AcGeMatrix3d m = AcGeMatrix3d::rotation(1.1, AcGeVector3d(0.3, -0.2, 1).normal(), AcGePoint3d(1, 1, 1));
-  m.preMultBy(AcGeMatrix3d::scaling(0.5));
-  AcGePoint3d before[11];
-  for (int k = 0; k <= 10; ++k) pl->getPointAtParam(19.0 * k / 10, before[k]);
-  ASSERT_EQ(pl->transformBy(m), Acad::eOk);
-  ASSERT_EQ(pl->transformBy(m.inverse()), Acad::eOk);
-  for (int k = 0; k <= 10; ++k) {
-    AcGePoint3d p;
-    pl->getPointAtParam(19.0 * k / 10, p);
-    EXPECT_LE(p.distanceTo(before[k]), 1e-8);
-  }
   AcDbExtents ext;
   ASSERT_EQ(pl->getGeomExtents(ext), Acad::eOk);
   for (const AcGePoint2d& s : ref.samples(50)) {

@@ -1,4 +1,4 @@
-// AcDbText and AcDbMText: properties, style defaults, transforms and approximate boxes by hand.
+// AcDbText and AcDbMText: input checks, style defaults, transforms and approximate boxes by hand.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -7,41 +7,32 @@
 #include "entity_test_support.h"
 #include "host_fixture.h"
 
+using enttest::expectNear;
 using enttest::kPi;
 
 namespace {
 
-void expectNear(const AcGePoint3d& a, const AcGePoint3d& b, double tol = 1e-9) {
-  EXPECT_NEAR(a.distanceTo(b), 0.0, tol) << "(" << a.x << ", " << a.y << ", " << a.z << ") vs (" << b.x << ", "
-                                         << b.y << ", " << b.z << ")";
-}
-
 using TextTest = HostTest;
 
-TEST_F(TextTest, PropertiesAndStyleDefault) {
+TEST_F(TextTest, RefusedValuesAndTheDrawingsStyleByDefault) {
   AcDbText text(AcGePoint3d(1, 2, 0), L"STA 1+00", AcDbObjectId::kNull, 2.5, 0.3);
   EXPECT_EQ(text.textStyle(), db->textstyle());
   EXPECT_FALSE(text.textStyle().isNull());
-  ACHAR* s = text.textString();
-  EXPECT_STREQ(s, L"STA 1+00");
-  acutDelString(s);
-  ASSERT_EQ(text.setTextString(L"CL"), Acad::eOk);
-  EXPECT_STREQ(text.textStringConst(), L"CL");
-  EXPECT_EQ(text.height(), 2.5);
-  EXPECT_EQ(text.rotation(), 0.3);
   EXPECT_EQ(text.setHeight(0.0), Acad::eInvalidInput);
   EXPECT_EQ(text.setWidthFactor(-1.0), Acad::eInvalidInput);
   EXPECT_TRUE(text.isDefaultAlignment());
-  ASSERT_EQ(text.setHorizontalMode(AcDb::kTextCenter), Acad::eOk);
   ASSERT_EQ(text.setVerticalMode(AcDb::kTextTop), Acad::eOk);
   EXPECT_FALSE(text.isDefaultAlignment());
-  EXPECT_EQ(text.horizontalMode(), AcDb::kTextCenter);
-  EXPECT_EQ(text.verticalMode(), AcDb::kTextTop);
-  ASSERT_EQ(text.mirrorInX(true), Acad::eOk);
-  EXPECT_TRUE(text.isMirroredInX());
-  EXPECT_FALSE(text.isMirroredInY());
-  AcDbMText mtext;
-  EXPECT_EQ(mtext.textStyle(), db->textstyle());
+  EXPECT_EQ(AcDbMText().textStyle(), db->textstyle());
+  // A text appended without a style gets the drawing's.
+  auto* added = new AcDbText;
+  ASSERT_EQ(added->setTextStyle(AcDbObjectId::kNull), Acad::eOk);
+  AcDbBlockTableRecord* space = nullptr;
+  ASSERT_EQ(acdbOpenObject(space, db->currentSpaceId(), AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(space->appendAcDbEntity(added), Acad::eOk);
+  space->close();
+  EXPECT_EQ(added->textStyle(), db->textstyle());
+  added->close();
 }
 
 TEST_F(TextTest, BoxOfRotatedAndAlignedText) {
@@ -86,9 +77,6 @@ TEST_F(TextTest, MTextBoxFollowsAttachment) {
   ASSERT_EQ(m.setAttachment(AcDbMText::kMiddleCenter), Acad::eOk);
   ASSERT_EQ(m.setLocation(AcGePoint3d(100, 200, 0)), Acad::eOk);
   EXPECT_EQ(m.setTextHeight(0.0), Acad::eInvalidInput);
-  ACHAR* c = m.contents();
-  EXPECT_STREQ(c, L"LOT 12\\PBLOCK 3");
-  acutDelString(c);
   // Two lines: 1 + 5/3 high, centred on the location.
   AcDbExtents ext;
   ASSERT_EQ(m.getGeomExtents(ext), Acad::eOk);
@@ -100,20 +88,6 @@ TEST_F(TextTest, MTextBoxFollowsAttachment) {
   ASSERT_EQ(m.transformBy(AcGeMatrix3d::rotation(kPi, AcGeVector3d::kZAxis, AcGePoint3d(100, 200, 0))), Acad::eOk);
   EXPECT_NEAR(m.rotation(), kPi, 1e-12);
   EXPECT_TRUE(m.direction().isEqualTo(AcGeVector3d(-1, 0, 0)));
-}
-
-TEST_F(TextTest, StyleSetOnAddWhenNone) {
-  auto* text = new AcDbText;
-  ASSERT_EQ(text->setTextStyle(AcDbObjectId::kNull), Acad::eOk);
-  AcDbBlockTable* table = nullptr;
-  ASSERT_EQ(db->getBlockTable(table, AcDb::kForRead), Acad::eOk);
-  AcDbBlockTableRecord* space = nullptr;
-  ASSERT_EQ(table->getAt(ACDB_MODEL_SPACE, space, AcDb::kForWrite), Acad::eOk);
-  table->close();
-  ASSERT_EQ(space->appendAcDbEntity(text), Acad::eOk);
-  space->close();
-  EXPECT_EQ(text->textStyle(), db->textstyle());
-  text->close();
 }
 
 }  // namespace

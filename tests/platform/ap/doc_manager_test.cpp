@@ -88,13 +88,17 @@ TEST_F(DocManager, LocksAreCountedAndReleasedOneAtATime) {
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eNotApplicable);
 }
 
-TEST_F(DocManager, ReadLockRefusesWriteLocksWithLockConflict) {
+TEST_F(DocManager, BadModesAreRefusedAndReadLockRefusesWriteLocks) {
   AcApDocument* doc = addDocument();
+  const AcAp::DocLockMode bad[] = {AcAp::kNone, AcAp::kNotLocked, static_cast<AcAp::DocLockMode>(0x08),
+                                   static_cast<AcAp::DocLockMode>(AcAp::kWrite | AcAp::kRead)};
+  for (AcAp::DocLockMode mode : bad) EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eInvalidInput) << mode;
+  EXPECT_EQ(acDocManager->setCurDocument(doc, AcAp::kNotLocked), Acad::eInvalidInput);
+  EXPECT_EQ(doc->myLockMode(), AcAp::kNotLocked);
   ASSERT_EQ(acDocManager->lockDocument(doc, AcAp::kRead), Acad::eOk);
   EXPECT_EQ(doc->myLockMode(), AcAp::kRead);
-  const AcAp::DocLockMode writes[] = {AcAp::kWrite, AcAp::kXWrite, AcAp::kProtectedAutoWrite};
-  ASSERT_EQ(std::size(writes), 3u);
-  for (AcAp::DocLockMode mode : writes) EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eLockConflict) << mode;
+  for (AcAp::DocLockMode mode : {AcAp::kWrite, AcAp::kXWrite, AcAp::kProtectedAutoWrite})
+    EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eLockConflict) << mode;
   EXPECT_EQ(acDocManager->lockDocument(doc, AcAp::kRead), Acad::eOk) << "readers nest";
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
@@ -103,16 +107,6 @@ TEST_F(DocManager, ReadLockRefusesWriteLocksWithLockConflict) {
   EXPECT_EQ(doc->myLockMode(), AcAp::kWrite);
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
-}
-
-TEST_F(DocManager, LockModesAreChecked) {
-  AcApDocument* doc = addDocument();
-  const AcAp::DocLockMode bad[] = {AcAp::kNone, AcAp::kNotLocked, static_cast<AcAp::DocLockMode>(0x08),
-                                   static_cast<AcAp::DocLockMode>(AcAp::kWrite | AcAp::kRead)};
-  ASSERT_EQ(std::size(bad), 4u);
-  for (AcAp::DocLockMode mode : bad) EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eInvalidInput) << mode;
-  EXPECT_EQ(doc->myLockMode(), AcAp::kNotLocked);
-  EXPECT_EQ(acDocManager->setCurDocument(doc, AcAp::kNotLocked), Acad::eInvalidInput);
 }
 
 TEST_F(DocManager, AutoWriteLockGivesWayToTheNextLock) {

@@ -23,12 +23,13 @@ const FormatCase kFormatCases[] = {
     {7.0, 1, L"7.0"},
     {0.1, 5, L"0.10000"},
     {-0.004, 2, L"-0.00"},
+    {0.0, 2, L"0.00"},  // zero keeps its sign: no "-0.00"
     {1234.5, -1, L"1230"},
     {1234.5, -2, L"120"},
     {-98.7654, 3, L"-98.765"},
     {1e9 + 0.25, 1, L"1000000000.3"},
 };
-static_assert(std::size(kFormatCases) == 13);
+static_assert(std::size(kFormatCases) == 14);
 
 TEST(NumberText, BothOverloadsCutTheRoundedText) {
   for (const FormatCase& c : kFormatCases) {

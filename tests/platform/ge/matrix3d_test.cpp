@@ -108,6 +108,7 @@ TEST(Matrix3d, MirroringsProjectionsAndPlaneFramesOnRandomPlanes) {
     // worldToPlane sends the plane to XY and inverts planeToWorld.
     const AcGeMatrix3d w2p = AcGeMatrix3d::worldToPlane(pln), p2w = AcGeMatrix3d::planeToWorld(pln);
     EXPECT_TRUE((w2p * p2w).isEqualTo(AcGeMatrix3d::kIdentity, loose));
+    EXPECT_NEAR(p2w.det(), 1.0, 1e-12) << "a right-handed frame";
     EXPECT_NEAR((w2p * pln.evalPoint(rnd.point2d(50))).z, 0.0, 1e-9);
     EXPECT_TRUE(near3(w2p * pln.normal(), AcGeVector3d::kZAxis, 1e-12));
     EXPECT_TRUE(near3(AcGeMatrix3d::planeToWorld(pln.normal()) * AcGeVector3d::kZAxis, pln.normal(), 1e-12));

@@ -37,6 +37,9 @@ TEST(Polyline3d, ParameterIsVertexIndexPlusFraction) {
   EXPECT_DOUBLE_EQ(pl.paramAtLength(0.0, 17.0), 2.0);
   EXPECT_DOUBLE_EQ(pl.paramAtLength(0.0, 18.5), 3.5);
   EXPECT_DOUBLE_EQ(pl.paramAtLength(4.0, 20.0, false), 0.0);
+  // Beyond either end the first or last segment extends.
+  EXPECT_DOUBLE_EQ(pl.paramAtLength(0.0, 2.5, false), -0.5);
+  EXPECT_DOUBLE_EQ(pl.paramAtLength(4.0, 1.5), 4.5);
 }
 
 TEST(Polyline3d, LengthRoundTripsThroughParamAtLength) {

@@ -143,6 +143,7 @@ TEST(Interval, BoundsContainmentAndSetOperations) {
   a.getMerge(b, r);
   EXPECT_EQ(r, AcGeInterval(0.0, 5.0));
   EXPECT_TRUE(b.contains(AcGeInterval(2.0, 3.0)));
+  EXPECT_FALSE(a.contains(AcGeInterval(1.0, 3.0)));
   EXPECT_TRUE(AcGeInterval(4.0, 1.0) == AcGeInterval(1.0, 4.0));
 }
 

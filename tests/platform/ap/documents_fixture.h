@@ -57,6 +57,16 @@ class DocumentsTest : public ::testing::Test {
     return acDocManager->curDocument();
   }
 
+  // The current and active documents, with the working database following the current one.
+  static ::testing::AssertionResult documentsAre(AcApDocument* current, AcApDocument* active) {
+    AcDbDatabase* working = acdbHostApplicationServices()->workingDatabase();
+    if (acDocManager->curDocument() == current && acDocManager->mdiActiveDocument() == active &&
+        working == (current ? current->database() : nullptr))
+      return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "current " << acDocManager->curDocument() << ", active "
+                                         << acDocManager->mdiActiveDocument() << ", working database " << working;
+  }
+
   // Appends `count` lines to model space; false when model space cannot be opened for write.
   static bool addLines(AcDbDatabase* db, int count = 1) {
     AcDbBlockTable* table = nullptr;

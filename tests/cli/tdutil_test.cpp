@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "python_check.h"
 #include "temp_dir.h"
 
 namespace {
@@ -93,14 +94,8 @@ TEST(Tdutil, BoundaryOfASurveyDrawingIsDrawnBackIntoIt) {
                                        "far = sum(1 for p in pts if outside(p) > 1e-6)\n"
                                        "print('audit', len(a.errors), 'boundaries', len(b), 'closed', b[0].closed, 'points', len(pts), "
                                        "'outside', far)\n");
-  FILE* pipe = ::popen(("/usr/bin/python3 " + script + " " + output + " 2>&1").c_str(), "r");
-  ASSERT_NE(pipe, nullptr);
-  std::string out;
-  char buffer[4096];
-  size_t n;
-  while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
-  ::pclose(pipe);
-  if (out.find("No module named") != std::string::npos) GTEST_SKIP() << "python3-ezdxf is not installed";
+  if (python_check::ezdxfMissing()) GTEST_SKIP() << "python3-ezdxf is not installed";
+  const std::string out = python_check::runScript(script, output);
   EXPECT_NE(out.find("audit 0 boundaries 1 closed True points 1294 outside 0"), std::string::npos) << out;
 }
 

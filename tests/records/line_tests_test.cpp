@@ -28,18 +28,6 @@ PlaneHit intersect(const AcGePoint3d& p0, const AcGePoint3d& p1, const AcGePoint
 // A horizontal triangle at height 5, counter-clockwise in plan.
 const AcGePoint3d kA{0, 0, 5}, kB{6, 0, 5}, kC{0, 6, 5};
 
-TEST(LinePlaneIntersect, VerticalLineHitsAtThePlanesHeight) {
-  PlaneHit r = intersect({2, 2, 0}, {2, 2, 10}, kA, kB, kC, 1e-9);  // through the centroid
-  ASSERT_TRUE(r.found);
-  EXPECT_EQ(std::tie(r.hit.x, r.hit.y, r.hit.z), std::make_tuple(2.0, 2.0, 5.0));
-  EXPECT_EQ(r.onSegment, 1);
-  EXPECT_EQ(r.inTriangle, 1);
-  r = intersect({5, 5, 0}, {5, 5, 10}, kA, kB, kC, 1e-9);  // outside in plan
-  ASSERT_TRUE(r.found);
-  EXPECT_EQ(r.hit.z, 5.0);
-  EXPECT_EQ(r.inTriangle, 0);
-}
-
 TEST(LinePlaneIntersect, OnSegmentAllowsTolInLineParameter) {
   static const double kCases[][2] = {{-0.002, 0}, {-0.0005, 1}, {0, 1},     {0.5, 1},
                                      {1, 1},      {1.0005, 1},  {1.002, 0}, {5, 0}};
@@ -168,9 +156,9 @@ TEST(PtToLine, AgreesWithVectorProjection) {
     const double t = tdtest::dot(tdtest::sub(p, a), ab) / tdtest::dot(ab, ab);
     const tdtest::Vec3 f = tdtest::add(a, tdtest::scale(ab, t));
     const Foot r = foot(a, b, p);
-    EXPECT_TRUE(tdtest::nearRel(r.f, f, 1e-9 * 50));
-    EXPECT_TRUE(tdtest::nearRel(r.along, t * tdtest::norm(ab), 1e-9 * 50));
-    EXPECT_TRUE(tdtest::nearRel(r.dist, tdtest::distance(p, f), 1e-9 * 50));
+    EXPECT_TRUE(tdtest::nearRel(r.f, f, 5e-8));
+    EXPECT_TRUE(tdtest::nearRel(r.along, t * tdtest::norm(ab), 5e-8));
+    EXPECT_TRUE(tdtest::nearRel(r.dist, tdtest::distance(p, f), 5e-8));
   }
 }
 

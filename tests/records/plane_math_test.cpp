@@ -9,30 +9,19 @@
 #include <iterator>
 #include <numbers>
 #include <random>
-#include <tuple>
 
 namespace {
 
 using std::numbers::pi;
 
-TEST(PlaneMath, DistancesArePlanAndSpaceEuclidean) {
+TEST(PlaneMath, DistancesAreaAndTurnSign) {
   EXPECT_EQ(SiteUtil::dist2(1, 1, 4, 5), 5.0);
-  EXPECT_EQ(SiteUtil::dist2(4, 5, 1, 1), 5.0);
   EXPECT_EQ(SiteUtil::dist3(1, 1, 1, 3, 4, 7), 7.0);
-  EXPECT_EQ(SiteUtil::dist3(2, 2, 2, 2, 2, 2), 0.0);
-}
-
-TEST(PlaneMath, TriAreaIsTwiceTheSignedArea) {
-  EXPECT_EQ(SiteUtil::triArea(0, 0, 1, 0, 0, 1), 1.0);  // not halved
+  EXPECT_EQ(SiteUtil::triArea(10, 10, 14, 10, 10, 13), 12.0);  // twice the area, not halved
   EXPECT_EQ(SiteUtil::triArea(0, 0, 0, 1, 1, 0), -1.0);
-  EXPECT_EQ(SiteUtil::triArea(10, 10, 14, 10, 10, 13), 12.0);
-}
-
-TEST(PlaneMath, CcwGivesTheExactTurnSign) {
   EXPECT_EQ(SiteUtil::CCW(0, 0, 1, 0, 0, 1), 1);
   EXPECT_EQ(SiteUtil::CCW(0, 0, 0, 1, 1, 0), -1);
   EXPECT_EQ(SiteUtil::CCW(0, 0, 1, 1, 2, 2), 0);
-  EXPECT_EQ(SiteUtil::CCW(0, 0, 1, 1, 1, 1), 0);
   EXPECT_EQ(SiteUtil::CCW(0, 0, 1, 0, 2, 1e-300), 1);  // no tolerance
 }
 
@@ -86,12 +75,9 @@ TEST(PlaneMath, AzimuthToDirectionFoldsAtMostOnceEachWay) {
 }
 
 TEST(PlaneMath, Angle3DIsTheAngleAtTheMiddlePoint) {
-  EXPECT_EQ(SiteUtil::Angle3D(1, 2, 3, 4, 5, 6, 1, 2, 3), 0.0);  // A = C
-  EXPECT_EQ(SiteUtil::Angle3D(4, 5, 6, 4, 5, 6, 1, 2, 3), 0.0);  // A = B
+  EXPECT_EQ(SiteUtil::Angle3D(4, 5, 6, 4, 5, 6, 1, 2, 3), 0.0);  // A = B: no ray
   EXPECT_EQ(SiteUtil::Angle3D(1, 2, 3, 4, 5, 6, 4, 5, 6), 0.0);  // C = B
-  EXPECT_DOUBLE_EQ(SiteUtil::Angle3D(1, 0, 0, 0, 0, 0, 0, 1, 0), pi / 2);
   EXPECT_DOUBLE_EQ(SiteUtil::Angle3D(1, 0, 0, 0, 0, 0, -3, 0, 0), pi);
-  EXPECT_DOUBLE_EQ(SiteUtil::Angle3D(2, 0, 0, 0, 0, 0, 0, 0, 5), pi / 2);
 
   std::mt19937 rng(8);
   std::uniform_real_distribution<double> c(-10, 10);
@@ -151,12 +137,6 @@ TEST(PlaneMath, RoundOfSmallNegativeGivesNegativeZero) {
   const double r = SiteUtil::round(-0.004, 2);
   EXPECT_EQ(r, 0.0);
   EXPECT_TRUE(std::signbit(r));
-}
-
-TEST(PlaneMath, SetAdsPointStoresInOrder) {
-  double pt[3] = {};
-  SiteUtil::setAdsPoint(pt, 1.5, -2.5, 3.5);
-  EXPECT_EQ(std::tie(pt[0], pt[1], pt[2]), std::make_tuple(1.5, -2.5, 3.5));
 }
 
 }  // namespace

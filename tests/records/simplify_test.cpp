@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <initializer_list>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <vector>
@@ -15,7 +15,7 @@ namespace {
 
 using Points = std::unique_ptr<double[][3]>;
 
-Points makePoints(std::initializer_list<tdtest::Vec3> list) {
+Points makePoints(const std::vector<tdtest::Vec3>& list) {
   Points pts = std::make_unique<double[][3]>(list.size());
   int i = 0;
   for (const tdtest::Vec3& p : list) {
@@ -44,71 +44,46 @@ std::vector<int> keptPositions(double tol, const Points& pts, int n) {
   return kept;
 }
 
-TEST(SimplifyPolyline, SinglePointIsKept) {
-  const Points pts = makePoints({{1, 2, 3}});
-  EXPECT_EQ(keptPositions(1.0, pts, 1), (std::vector<int>{0}));
+TEST(SimplifyPolyline, BoundaryCasesKeepTheExpectedPoints) {
+  struct Case {
+    const char* what;
+    double tol;
+    std::vector<tdtest::Vec3> pts;
+    std::vector<int> kept;
+  };
+  const Case kCases[] = {
+      {"single point", 1.0, {{1, 2, 3}}, {0}},
+      {"two far points", 1.0, {{0, 0, 0}, {5, 0, 0}}, {0, 1}},
+      {"two near points", 1.0, {{0, 0, 0}, {0.1, 0, 0}}, {0, 1}},
+      {"collinear", 0.01, {{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {2.5, 2.5, 2.5}, {7, 7, 7}}, {0, 4}},
+      {"last point near the previous one", 0.1, {{0, 0, 0}, {10, 0, 0}, {10, 0.05, 0}}, {0, 2}},
+      // Exact repeats pass the first stage but lie on their segment, as do collinear points; of
+      // the two equally far repeats 3 and 4, the first found is kept.
+      {"zero tolerance", 0.0, {{0, 0, 0}, {0, 0, 0}, {1, 1, 0}, {2, 0, 0}, {2, 0, 0}, {3, 0, 1}}, {0, 2, 3, 5}},
+      // The offset is in z: distances are measured in space, not in plan.
+      {"exactly tol off the segment", 3.0, {{0, 0, 0}, {5, 0, 3}, {10, 0, 0}}, {0, 2}},
+      {"just over tol off the segment", 2.999, {{0, 0, 0}, {5, 0, 3}, {10, 0, 0}}, {0, 1, 2}},
+      // 1 lies exactly tol from 0 and is kept by the first stage, which then drops 2 as near 1;
+      // the second stage drops 1 too. Were 1 dropped first, 2 (1.6 off the line) would be kept.
+      {"exactly tol from the last kept", 1.0, {{0, 0, 0}, {0, 1, 0}, {0.3, 1.6, 0}, {5, 0, 0}}, {0, 3}},
+      {"past the segment end", 1.0, {{0, 0, 0}, {10.5, 0, 0}, {10, 0, 0}}, {0, 2}},
+  };
+  static_assert(std::size(kCases) == 10);
+  for (const Case& c : kCases) {
+    EXPECT_EQ(keptPositions(c.tol, makePoints(c.pts), static_cast<int>(c.pts.size())), c.kept) << c.what;
+  }
 }
 
-TEST(SimplifyPolyline, TwoPointsAreAlwaysKept) {
-  const Points far = makePoints({{0, 0, 0}, {5, 0, 0}});
-  EXPECT_EQ(keptPositions(1.0, far, 2), (std::vector<int>{0, 1}));
-  const Points near = makePoints({{0, 0, 0}, {0.1, 0, 0}});
-  EXPECT_EQ(keptPositions(1.0, near, 2), (std::vector<int>{0, 1}));
-}
-
-TEST(SimplifyPolyline, CollinearPointsLeaveOnlyTheEnds) {
-  const Points pts = makePoints({{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {2.5, 2.5, 2.5}, {7, 7, 7}});
-  EXPECT_EQ(keptPositions(0.01, pts, 5), (std::vector<int>{0, 4}));
-}
-
-TEST(SimplifyPolyline, KeepsTheExactLastPointEvenWhenNearThePreviousOne) {
-  const Points pts = makePoints({{0, 0, 0}, {10, 0, 0}, {10, 0.05, 0}});
-  EXPECT_EQ(keptPositions(0.1, pts, 3), (std::vector<int>{0, 2}));
-}
-
-TEST(SimplifyPolyline, ZeroToleranceDropsOnlyPointsOnTheirSegment) {
-  // Exact repeats pass the first stage but lie on their segment, as do collinear points.
-  // Of the two equally far repeats 3 and 4, the first found is the one kept.
-  const Points pts = makePoints({{0, 0, 0}, {0, 0, 0}, {1, 1, 0}, {2, 0, 0}, {2, 0, 0}, {3, 0, 1}});
-  EXPECT_EQ(keptPositions(0.0, pts, 6), (std::vector<int>{0, 2, 3, 5}));
-}
-
-TEST(SimplifyPolyline, PointExactlyAtToleranceFromSegmentIsDropped) {
-  // The offset is in z: distances are measured in space, not in plan.
-  const Points pts = makePoints({{0, 0, 0}, {5, 0, 3}, {10, 0, 0}});
-  EXPECT_EQ(keptPositions(3.0, pts, 3), (std::vector<int>{0, 2}));
-  EXPECT_EQ(keptPositions(2.999, pts, 3), (std::vector<int>{0, 1, 2}));
-}
-
-TEST(SimplifyPolyline, PointExactlyAtToleranceFromTheLastKeptOneSurvivesReduction) {
-  // 1 lies exactly tol from 0 and is kept by the first stage, which then drops 2 as near 1;
-  // the second stage drops 1 too. Were 1 dropped first, 2 (1.6 off the line) would be kept.
-  const Points pts = makePoints({{0, 0, 0}, {0, 1, 0}, {0.3, 1.6, 0}, {5, 0, 0}});
-  EXPECT_EQ(keptPositions(1.0, pts, 4), (std::vector<int>{0, 3}));
-}
-
-TEST(SimplifyPolyline, PointPastTheSegmentEndIsMeasuredToThatEnd) {
-  const Points pts = makePoints({{0, 0, 0}, {10.5, 0, 0}, {10, 0, 0}});
-  EXPECT_EQ(keptPositions(1.0, pts, 3), (std::vector<int>{0, 2}));
-}
-
-TEST(SimplifyPolyline, KeepArrayIsOnlyEverSetNeverCleared) {
+TEST(SimplifyPolyline, CallerArraysAreOnlyEverSet) {
   const Points pts = makePoints({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}});
   int keep[4] = {0, 1, 0, 0};
   EXPECT_EQ(SiteUtil::simplifyPolyline(0.5, pts.get(), 4, keep), 2);
-  EXPECT_EQ(keep[0], 1);
-  EXPECT_EQ(keep[1], 1);
-  EXPECT_EQ(keep[2], 0);
-  EXPECT_EQ(keep[3], 1);
-}
-
-TEST(SimplifyPolyline, NoPointsReturnsZeroAndTouchesNothing) {
-  const Points pts = makePoints({{1, 1, 1}});
-  int keep[1] = {7};
+  EXPECT_EQ(std::vector<int>(keep, keep + 4), (std::vector<int>{1, 1, 0, 1}));  // a set flag is never cleared
+  // No points: zero, and nothing written.
   double out[1][3] = {{9, 9, 9}};
   EXPECT_EQ(SiteUtil::simplifyPolyline(1.0, pts.get(), 0, keep), 0);
   EXPECT_EQ(SiteUtil::simplifyPolyline(1.0, pts.get(), -3, out), 0);
-  EXPECT_EQ(keep[0], 7);
+  EXPECT_EQ(keep[2], 0);
   EXPECT_EQ(out[0][0], 9.0);
 }
 
@@ -145,32 +120,21 @@ void expectDroppedPointsWithin(const Points& pts, int n, const std::vector<int>&
   }
 }
 
-TEST(SimplifyPolyline, DroppedPointsOfSpacedWalksLieWithinTolerance) {
+TEST(SimplifyPolyline, DroppedPointsOfRandomWalksStayNearTheLine) {
   // With every step at least tol long the first stage keeps all, so the Douglas-Peucker bound
-  // holds exactly.
-  for (unsigned seed : {1u, 2u, 3u, 4u}) {
-    std::mt19937 rng(seed);
-    for (double tol : {0.05, 0.5, 2.0}) {
-      const int n = 300;
-      const Points pts = randomWalk(rng, n, tol, false);
-      const std::vector<int> kept = keptPositions(tol, pts, n);
-      EXPECT_LT(kept.size(), static_cast<size_t>(n));
-      expectDroppedPointsWithin(pts, n, kept, tol);
+  // holds exactly. In clustered walks a point dropped for being near a kept point can lose that
+  // point to the second stage, which leaves it at most tol + tol from the final line.
+  for (bool clustered : {false, true})
+    for (unsigned seed : {1u, 2u, 3u}) {
+      std::mt19937 rng(seed);
+      for (double tol : {0.05, 0.5, 2.0}) {
+        const int n = 300;
+        const Points pts = randomWalk(rng, n, tol, clustered);
+        const std::vector<int> kept = keptPositions(tol, pts, n);
+        EXPECT_LT(kept.size(), static_cast<size_t>(n));
+        expectDroppedPointsWithin(pts, n, kept, clustered ? 2 * tol : tol);
+      }
     }
-  }
-}
-
-TEST(SimplifyPolyline, DroppedPointsOfClusteredWalksLieWithinTwiceTolerance) {
-  // A point dropped for being near a kept point can lose that point to the second stage, which
-  // leaves it at most tol + tol from the final line.
-  for (unsigned seed : {5u, 6u, 7u}) {
-    std::mt19937 rng(seed);
-    for (double tol : {0.1, 1.0}) {
-      const int n = 400;
-      const Points pts = randomWalk(rng, n, tol, true);
-      expectDroppedPointsWithin(pts, n, keptPositions(tol, pts, n), 2 * tol);
-    }
-  }
 }
 
 }  // namespace

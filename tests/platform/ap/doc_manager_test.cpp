@@ -10,22 +10,20 @@
 
 using DocManager = DocumentsTest;
 
-TEST_F(DocManager, ManagerIsMadeOnFirstUseAndStartsEmpty) {
-  ASSERT_NE(acDocManager, nullptr);
-  EXPECT_EQ(acDocManager, acDocManagerPtr());
-  EXPECT_EQ(acDocManager->documentCount(), 0);
-  EXPECT_EQ(acDocManager->curDocument(), nullptr);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), nullptr);
-  EXPECT_TRUE(acDocManager->isApplicationContext()) << "no document, so no document context";
-}
-
 TEST_F(DocManager, NewDocumentBecomesActiveCurrentAndWorking) {
+  ASSERT_NE(acDocManager, nullptr);
+  EXPECT_EQ(acDocManager->curDocument(), nullptr);
+  EXPECT_TRUE(acDocManager->isApplicationContext()) << "no document, so no document context";
+  AcApDocument* d1 = addDocument();
   AcApDocument* doc = addDocument();
   ASSERT_NE(doc, nullptr);
-  EXPECT_EQ(acDocManager->documentCount(), 1);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), doc);
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), doc->database());
+  EXPECT_EQ(acDocManager->documentCount(), 2);
+  EXPECT_TRUE(documentsAre(doc, doc));
   EXPECT_EQ(acDocManager->document(doc->database()), doc);
+  EXPECT_EQ(acDocManager->document(d1->database()), d1);
+  AcDbDatabase loose(true, true);
+  EXPECT_EQ(acDocManager->document(&loose), nullptr);
+  EXPECT_EQ(acDocManager->document(nullptr), nullptr);
   EXPECT_EQ(modelSpaceCount(doc->database()), 0);
 }
 
@@ -36,30 +34,16 @@ TEST_F(DocManager, SetCurDocumentMovesTheWorkingDatabaseButNotTheActiveDocument)
   ASSERT_EQ(acDocManager->curDocument(), d3);
 
   EXPECT_EQ(acDocManager->setCurDocument(d1), Acad::eOk);
-  EXPECT_EQ(acDocManager->curDocument(), d1);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), d3);
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), d1->database());
+  EXPECT_TRUE(documentsAre(d1, d3));
   EXPECT_EQ(d1->myLockMode(), AcAp::kNotLocked) << "kNone locks nothing";
 
   EXPECT_EQ(acDocManager->activateDocument(d2), Acad::eOk);
-  EXPECT_EQ(acDocManager->curDocument(), d2);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), d2);
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), d2->database());
+  EXPECT_TRUE(documentsAre(d2, d2));
 
   EXPECT_EQ(acDocManager->setCurDocument(d3, AcAp::kWrite, true), Acad::eOk);
   EXPECT_EQ(acDocManager->mdiActiveDocument(), d3);
   EXPECT_EQ(d3->myLockMode(), AcAp::kWrite);
   EXPECT_EQ(acDocManager->unlockDocument(d3), Acad::eOk);
-}
-
-TEST_F(DocManager, DocumentOfADatabaseIsFoundOnlyForOpenDocuments) {
-  AcApDocument* d1 = addDocument();
-  AcApDocument* d2 = addDocument();
-  AcDbDatabase loose(true, true);
-  EXPECT_EQ(acDocManager->document(d1->database()), d1);
-  EXPECT_EQ(acDocManager->document(d2->database()), d2);
-  EXPECT_EQ(acDocManager->document(&loose), nullptr);
-  EXPECT_EQ(acDocManager->document(nullptr), nullptr);
 }
 
 TEST_F(DocManager, NullAndClosedDocumentsAreRefused) {
@@ -99,13 +83,17 @@ TEST_F(DocManager, LocksAreCountedAndReleasedOneAtATime) {
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eNotApplicable);
 }
 
-TEST_F(DocManager, ReadLockRefusesWriteLocksWithLockConflict) {
+TEST_F(DocManager, BadModesAreRefusedAndReadLockRefusesWriteLocks) {
   AcApDocument* doc = addDocument();
+  const AcAp::DocLockMode bad[] = {AcAp::kNone, AcAp::kNotLocked, static_cast<AcAp::DocLockMode>(0x08),
+                                   static_cast<AcAp::DocLockMode>(AcAp::kWrite | AcAp::kRead)};
+  for (AcAp::DocLockMode mode : bad) EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eInvalidInput) << mode;
+  EXPECT_EQ(acDocManager->setCurDocument(doc, AcAp::kNotLocked), Acad::eInvalidInput);
+  EXPECT_EQ(doc->myLockMode(), AcAp::kNotLocked);
   ASSERT_EQ(acDocManager->lockDocument(doc, AcAp::kRead), Acad::eOk);
   EXPECT_EQ(doc->myLockMode(), AcAp::kRead);
-  const AcAp::DocLockMode writes[] = {AcAp::kWrite, AcAp::kXWrite, AcAp::kProtectedAutoWrite};
-  ASSERT_EQ(std::size(writes), 3u);
-  for (AcAp::DocLockMode mode : writes) EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eLockConflict) << mode;
+  for (AcAp::DocLockMode mode : {AcAp::kWrite, AcAp::kXWrite, AcAp::kProtectedAutoWrite})
+    EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eLockConflict) << mode;
   EXPECT_EQ(acDocManager->lockDocument(doc, AcAp::kRead), Acad::eOk) << "readers nest";
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
@@ -114,27 +102,6 @@ TEST_F(DocManager, ReadLockRefusesWriteLocksWithLockConflict) {
   EXPECT_EQ(doc->myLockMode(), AcAp::kWrite);
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
   EXPECT_EQ(acDocManager->unlockDocument(doc), Acad::eOk);
-}
-
-TEST_F(DocManager, LockModesAreChecked) {
-  AcApDocument* doc = addDocument();
-  const AcAp::DocLockMode bad[] = {AcAp::kNone, AcAp::kNotLocked, static_cast<AcAp::DocLockMode>(0x08),
-                                   static_cast<AcAp::DocLockMode>(AcAp::kWrite | AcAp::kRead)};
-  ASSERT_EQ(std::size(bad), 4u);
-  for (AcAp::DocLockMode mode : bad) EXPECT_EQ(acDocManager->lockDocument(doc, mode), Acad::eInvalidInput) << mode;
-  EXPECT_EQ(doc->myLockMode(), AcAp::kNotLocked);
-  EXPECT_EQ(acDocManager->setCurDocument(doc, AcAp::kNotLocked), Acad::eInvalidInput);
-}
-
-TEST_F(DocManager, LockModeValuesAreThePublishedBits) {
-  EXPECT_EQ(AcAp::kNone, 0x00);
-  EXPECT_EQ(AcAp::kAutoWrite, 0x01);
-  EXPECT_EQ(AcAp::kNotLocked, 0x02);
-  EXPECT_EQ(AcAp::kWrite, 0x04);
-  EXPECT_EQ(AcAp::kProtectedAutoWrite, 0x14);
-  EXPECT_EQ(AcAp::kRead, 0x20);
-  EXPECT_EQ(AcAp::kXWrite, 0x40);
-  EXPECT_NE(AcAp::kProtectedAutoWrite & AcAp::kWrite, 0);
 }
 
 TEST_F(DocManager, AutoWriteLockGivesWayToTheNextLock) {
@@ -174,17 +141,12 @@ TEST_F(DocManager, OpensARealDrawingFromTheSamples) {
   AcApDocument* doc = acDocManager->curDocument();
   ASSERT_NE(doc, nullptr);
   EXPECT_EQ(acDocManager->documentCount(), 2);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), doc);
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), doc->database());
+  EXPECT_TRUE(documentsAre(doc, doc));
   EXPECT_EQ(std::wstring(doc->fileName()), widen(std::filesystem::absolute(TDUTILW_SAMPLES_DIR "/leica_disto_s910_R12.dxf").lexically_normal().string()));
   EXPECT_STREQ(doc->docTitle(), L"leica_disto_s910_R12.dxf");
   const int count = modelSpaceCount(doc->database());
   EXPECT_GT(count, 0);
   EXPECT_EQ(count, modelSpaceCount(&direct));
-
-  ASSERT_EQ(openInAppContext(file.c_str()), Acad::eOk);
-  EXPECT_TRUE(acDocManager->curDocument()->isReadOnly()) << "a drawing already open opens read-only";
-  EXPECT_EQ(acDocManager->documentCount(), 3);
 }
 
 TEST_F(DocManager, MissingOrBrokenDrawingReturnsTheStatusAndOpensNothing) {
@@ -195,15 +157,12 @@ TEST_F(DocManager, MissingOrBrokenDrawingReturnsTheStatusAndOpensNothing) {
   const std::wstring broken = widen(dir.write("broken.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nnot-a-number\n"));
   const std::wstring notDxf = widen(dir.write("notes.dxf", "just some text\n"));
 
-  struct Case { std::wstring file; };
-  const Case cases[] = {{missing}, {broken}, {notDxf}};
-  ASSERT_EQ(std::size(cases), 3u);
-  for (const Case& c : cases) {
+  for (const std::wstring& file : {missing, broken, notDxf}) {
     AcDbDatabase scratch(false, true);
-    const Acad::ErrorStatus expected = scratch.dxfIn(c.file.c_str());
+    const Acad::ErrorStatus expected = scratch.dxfIn(file.c_str());
     ASSERT_NE(expected, Acad::eOk);
-    EXPECT_EQ(openInAppContext(c.file.c_str()), expected);
-    EXPECT_EQ(newInAppContext(c.file.c_str()), expected) << "as a template";
+    EXPECT_EQ(openInAppContext(file.c_str()), expected);
+    EXPECT_EQ(newInAppContext(file.c_str()), expected) << "as a template";
     EXPECT_EQ(acDocManager->documentCount(), 1);
     EXPECT_EQ(acDocManager->curDocument(), doc);
     EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), working);
@@ -219,17 +178,7 @@ TEST_F(DocManager, NewDocumentFromATemplateHoldsTheTemplateDrawingUnderADefaultN
   const std::wstring templ = widen((dir.path() / "site.dxf").string());
   {
     AcDbDatabase source(true, true);
-    AcDbBlockTable* table = nullptr;
-    ASSERT_EQ(source.getBlockTable(table, AcDb::kForRead), Acad::eOk);
-    AcDbBlockTableRecord* space = nullptr;
-    ASSERT_EQ(table->getAt(ACDB_MODEL_SPACE, space, AcDb::kForWrite), Acad::eOk);
-    table->close();
-    for (int i = 0; i < 3; ++i) {
-      auto* line = new AcDbLine(AcGePoint3d(i, 0, 0), AcGePoint3d(i, 10, 0));
-      ASSERT_EQ(space->appendAcDbEntity(line), Acad::eOk);
-      line->close();
-    }
-    space->close();
+    ASSERT_TRUE(addLines(&source, 3));
     ASSERT_EQ(source.dxfOut(templ.c_str()), Acad::eOk);
   }
   const std::string before = TempDir::read(std::string(templ.begin(), templ.end()));
@@ -270,40 +219,29 @@ TEST_F(DocManager, ClosingTheCurrentDocumentMakesAnotherOneCurrent) {
   AcApDocument* d1 = addDocument();
   AcApDocument* d2 = addDocument();
   AcApDocument* d3 = addDocument();
+  AcApDocument* d4 = addDocument();
+  ASSERT_EQ(acDocManager->closeDocument(d4), Acad::eOk);
+  EXPECT_EQ(acDocManager->curDocument(), d3) << "closing another document keeps the current one";
   ASSERT_EQ(acDocManager->activateDocument(d2), Acad::eOk);
   ASSERT_EQ(acDocManager->setCurDocument(d1), Acad::eOk);
 
   ASSERT_EQ(acDocManager->closeDocument(d1), Acad::eOk);
-  EXPECT_EQ(acDocManager->curDocument(), d2) << "the active document takes over";
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), d2->database());
+  EXPECT_TRUE(documentsAre(d2, d2)) << "the active document takes over";
 
   ASSERT_EQ(acDocManager->closeDocument(d2), Acad::eOk);
-  EXPECT_EQ(acDocManager->curDocument(), d3);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), d3);
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), d3->database());
+  EXPECT_TRUE(documentsAre(d3, d3));
 
   ASSERT_EQ(acDocManager->lockDocument(d3), Acad::eOk);
   ASSERT_EQ(acDocManager->closeDocument(d3), Acad::eOk) << "locks end with the document";
   EXPECT_EQ(acDocManager->documentCount(), 0);
-  EXPECT_EQ(acDocManager->curDocument(), nullptr);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), nullptr);
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), nullptr);
-}
-
-TEST_F(DocManager, ClosingAnotherDocumentKeepsTheCurrentOne) {
-  AcApDocument* d1 = addDocument();
-  AcApDocument* d2 = addDocument();
-  ASSERT_EQ(acDocManager->closeDocument(d1), Acad::eOk);
-  EXPECT_EQ(acDocManager->curDocument(), d2);
-  EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), d2->database());
+  EXPECT_TRUE(documentsAre(nullptr, nullptr));
 }
 
 TEST_F(DocManager, SendStringToExecuteQueuesPerDocument) {
   AcApDocument* d1 = addDocument();
   AcApDocument* d2 = addDocument();
   ASSERT_EQ(acDocManager->sendStringToExecute(d1, L"_LINE 0,0 10,10 "), Acad::eOk);
-  EXPECT_EQ(acDocManager->mdiActiveDocument(), d1) << "activated by default";
-  EXPECT_EQ(acDocManager->curDocument(), d1);
+  EXPECT_TRUE(documentsAre(d1, d1)) << "activated by default";
   ASSERT_EQ(acDocManager->sendStringToExecute(d2, L"_ZOOM _E ", false, true, false), Acad::eOk);
   EXPECT_EQ(acDocManager->mdiActiveDocument(), d1) << "bActivate false leaves the active document";
   ASSERT_EQ(acDocManager->sendStringToExecute(d1, L"_REGEN "), Acad::eOk);
@@ -346,15 +284,7 @@ TEST_F(DocManager, LockedOtherDocumentCanBeModifiedAndSwitchedBack) {
   AcApDocument* target = addDocument();
   AcApDocument* home = addDocument();
   ASSERT_EQ(acDocManager->setCurDocument(target, AcAp::kWrite), Acad::eOk);
-  AcDbBlockTable* table = nullptr;
-  ASSERT_EQ(acdbHostApplicationServices()->workingDatabase()->getBlockTable(table), Acad::eOk);
-  AcDbBlockTableRecord* space = nullptr;
-  ASSERT_EQ(table->getAt(ACDB_MODEL_SPACE, space, AcDb::kForWrite), Acad::eOk);
-  table->close();
-  auto* line = new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 1, 0));
-  ASSERT_EQ(space->appendAcDbEntity(line), Acad::eOk);
-  line->close();
-  space->close();
+  ASSERT_TRUE(addLines(acdbHostApplicationServices()->workingDatabase()));
   EXPECT_EQ(acDocManager->unlockDocument(target), Acad::eOk);
   EXPECT_EQ(acDocManager->setCurDocument(home), Acad::eOk);
   EXPECT_EQ(modelSpaceCount(target->database()), 1);

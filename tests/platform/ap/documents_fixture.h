@@ -57,6 +57,34 @@ class DocumentsTest : public ::testing::Test {
     return acDocManager->curDocument();
   }
 
+  // The current and active documents, with the working database following the current one.
+  static ::testing::AssertionResult documentsAre(AcApDocument* current, AcApDocument* active) {
+    AcDbDatabase* working = acdbHostApplicationServices()->workingDatabase();
+    if (acDocManager->curDocument() == current && acDocManager->mdiActiveDocument() == active &&
+        working == (current ? current->database() : nullptr))
+      return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "current " << acDocManager->curDocument() << ", active "
+                                         << acDocManager->mdiActiveDocument() << ", working database " << working;
+  }
+
+  // Appends `count` lines to model space; false when model space cannot be opened for write.
+  static bool addLines(AcDbDatabase* db, int count = 1) {
+    AcDbBlockTable* table = nullptr;
+    if (db->getBlockTable(table, AcDb::kForRead) != Acad::eOk) return false;
+    AcDbBlockTableRecord* space = nullptr;
+    const Acad::ErrorStatus es = table->getAt(ACDB_MODEL_SPACE, space, AcDb::kForWrite);
+    table->close();
+    if (es != Acad::eOk) return false;
+    bool ok = true;
+    for (int i = 0; i < count; ++i) {
+      auto* line = new AcDbLine(AcGePoint3d(i, 0, 0), AcGePoint3d(i, 10, 0));
+      ok = ok && space->appendAcDbEntity(line) == Acad::eOk;
+      line->close();
+    }
+    space->close();
+    return ok;
+  }
+
   static int modelSpaceCount(AcDbDatabase* db) {
     AcDbBlockTable* table = nullptr;
     if (db->getBlockTable(table, AcDb::kForRead) != Acad::eOk) return -1;

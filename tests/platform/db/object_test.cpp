@@ -3,45 +3,20 @@
 
 #include "host_fixture.h"
 
-TEST(ErrorStatus, NumbersAndNamesMatchTheHost) {
-  struct Case { Acad::ErrorStatus es; int number; const wchar_t* name; };
-  const Case cases[] = {
-      {Acad::eOk, 0, L"eOk"},
-      {Acad::eInvalidInput, 3, L"eInvalidInput"},
-      {Acad::eOutOfMemory, 6, L"eOutOfMemory"},
-      {Acad::eKeyNotFound, 22, L"eKeyNotFound"},
-      {Acad::eDuplicateKey, 23, L"eDuplicateKey"},
-      {Acad::eAlreadyInDb, 26, L"eAlreadyInDb"},
-      {Acad::eNotOpenForWrite, 45, L"eNotOpenForWrite"},
-      {Acad::eNotThatKindOfClass, 46, L"eNotThatKindOfClass"},
-      {Acad::eWasErased, 80, L"eWasErased"},
-      {Acad::eWasOpenForWrite, 83, L"eWasOpenForWrite"},
-      {Acad::eAtMaxReaders, 90, L"eAtMaxReaders"},
-      {Acad::eNotAnEntity, 93, L"eNotAnEntity"},
-      {Acad::eDuplicateRecordName, 95, L"eDuplicateRecordName"},
-      {Acad::eXdataSizeExceeded, 125, L"eXdataSizeExceeded"},
-      {Acad::eRegappIdNotFound, 126, L"eRegappIdNotFound"},
-      {Acad::eOutOfRange, 151, L"eOutOfRange"},
-  };
-  ASSERT_EQ(std::size(cases), 16u);
-  for (const Case& c : cases) {
-    EXPECT_EQ(static_cast<int>(c.es), c.number) << c.number;
-    EXPECT_STREQ(acadErrorStatusText(c.es), c.name);
-  }
+TEST(ErrorStatus, TextNamesTheStatus) {
+  EXPECT_STREQ(acadErrorStatusText(Acad::eOk), L"eOk");
+  EXPECT_STREQ(acadErrorStatusText(Acad::eWasOpenForWrite), L"eWasOpenForWrite");
+  EXPECT_STREQ(acadErrorStatusText(Acad::eOutOfRange), L"eOutOfRange");
 }
 
 TEST(RuntimeClass, DerivationAndCast) {
   auto* xrec = new AcDbXrecord;
-  EXPECT_EQ(xrec->isA(), AcDbXrecord::desc());
-  EXPECT_TRUE(xrec->isKindOf(AcDbObject::desc()));
   EXPECT_TRUE(xrec->isKindOf(AcRxObject::desc()));
   EXPECT_FALSE(xrec->isKindOf(AcDbEntity::desc()));
-  EXPECT_TRUE(AcDbLayerTableRecord::desc()->isDerivedFrom(AcDbSymbolTableRecord::desc()));
   EXPECT_FALSE(AcDbSymbolTableRecord::desc()->isDerivedFrom(AcDbLayerTableRecord::desc()));
   EXPECT_EQ(AcDbXrecord::cast(xrec), xrec);
   EXPECT_EQ(AcDbEntity::cast(xrec), nullptr);
   EXPECT_EQ(AcDbEntity::cast(nullptr), nullptr);
-  EXPECT_STREQ(AcDbXrecord::desc()->name(), L"AcDbXrecord");
   std::unique_ptr<AcRxObject> made(AcDbXrecord::desc()->create());
   EXPECT_NE(AcDbXrecord::cast(made.get()), nullptr);
   EXPECT_EQ(AcDbObject::desc()->create(), nullptr);
@@ -61,11 +36,9 @@ TEST(Handle, HexTextBothWays) {
   EXPECT_TRUE(AcDbHandle(L"xyz").isNull());
   EXPECT_TRUE(AcDbHandle(L"").isNull());
   EXPECT_TRUE(AcDbHandle(L"11112222333344445").isNull());
-  AcDbHandle n(0xFFu);
+  AcDbHandle n(0xFFFFFFFFu);
   n.increment();
-  EXPECT_EQ(n, AcDbHandle(0x100u));
-  EXPECT_EQ(n.low(), 0x100u);
-  EXPECT_EQ(AcDbHandle(1, 2).high(), 2u);
+  EXPECT_EQ(n, AcDbHandle(0, 1)) << "carries into the high word";
   unsigned char old[8];
   big.copyToOldType(old);
   EXPECT_EQ(old[0], 0xFE);
@@ -78,18 +51,13 @@ using ObjectLifecycle = HostTest;
 
 TEST_F(ObjectLifecycle, AddedObjectHasIdentityAndHandleLookup) {
   auto* xrec = new AcDbXrecord;
-  EXPECT_TRUE(xrec->isWriteEnabled());
-  EXPECT_TRUE(xrec->objectId().isNull());
   AcDbObjectId id;
   ASSERT_EQ(db->addAcDbObject(id, xrec), Acad::eOk);
   EXPECT_EQ(db->addAcDbObject(xrec), Acad::eAlreadyInDb);
   EXPECT_EQ(xrec->objectId(), id);
-  EXPECT_EQ(xrec->database(), db.get());
-  EXPECT_TRUE(xrec->isWriteEnabled());
+  EXPECT_TRUE(xrec->isWriteEnabled()) << "a new object stays open for write";
   EXPECT_EQ(xrec->close(), Acad::eOk);
   EXPECT_EQ(id.database(), db.get());
-  EXPECT_TRUE(id.isValid());
-  EXPECT_FALSE(id.isErased());
   EXPECT_EQ(id.objectClass(), AcDbXrecord::desc());
 
   AcDbObjectId found;
@@ -108,8 +76,6 @@ TEST_F(ObjectLifecycle, AddedObjectHasIdentityAndHandleLookup) {
   AcDbObjectId fromName;
   EXPECT_EQ(acdbGetObjectId(fromName, name), Acad::eOk);
   EXPECT_EQ(fromName, id);
-  AcDbObjectId viaOld;
-  EXPECT_EQ(viaOld.setFromOldId(id.asOldId()), id);
 }
 
 TEST_F(ObjectLifecycle, ReadersAndWriterFollowTheHostRules) {

@@ -44,7 +44,6 @@ TEST(BulgeSegment, KnownArcsHaveTheirCentreRadiusAndLength) {
 
 TEST(BulgeSegment, RandomArcsSatisfyBulgeGeometry) {
   getest::Random rnd(7);
-  int arcs = 0;
   for (int i = 0; i < 300; ++i) {
     const AcGePoint2d p0 = rnd.point2d(1000), p1 = p0 + AcGeVector2d(rnd.uniform(-50, 50), rnd.uniform(-50, 50));
     const double b = rnd.uniform(-3, 3);
@@ -76,14 +75,11 @@ TEST(BulgeSegment, RandomArcsSatisfyBulgeGeometry) {
       EXPECT_NEAR(t.dotProduct(radial), 0.0, tol);
       EXPECT_GT(std::copysign(1.0, b) * (radial.x * t.y - radial.y * t.x), 0.0);
     }
-    ++arcs;
   }
-  EXPECT_EQ(arcs, 300);
 }
 
 TEST(BulgeSegment, ClosestPointMatchesDenseIndependentSearch) {
   getest::Random rnd(11);
-  int checked = 0;
   for (int i = 0; i < 200; ++i) {
     const AcGePoint2d p0 = rnd.point2d(100), p1 = p0 + AcGeVector2d(rnd.uniform(-20, 20), rnd.uniform(-20, 20));
     const double b = i % 5 == 0 ? 0.0 : rnd.uniform(-2.5, 2.5);
@@ -97,9 +93,7 @@ TEST(BulgeSegment, ClosestPointMatchesDenseIndependentSearch) {
     EXPECT_NEAR(c.distance, searched, 1e-9);
     EXPECT_NEAR(c.point.distanceTo(q), c.distance, 1e-9);
     EXPECT_TRUE(near2(seg.pointAtDist(c.distAlong), c.point, 1e-9));
-    ++checked;
   }
-  EXPECT_EQ(checked, 200);
 }
 
 TEST(BulgeSegment, BoundingBoxIsTightAroundTheArc) {
@@ -125,7 +119,6 @@ TEST(BulgeSegment, BoundingBoxIsTightAroundTheArc) {
 
 TEST(BulgeSegment, WorldArcsKeepEndsLengthAndDirectionOfTravel) {
   getest::Random rnd(59);
-  int checked = 0;
   for (int i = 0; i < 100; ++i) {
     const AcGePoint2d p0 = rnd.point2d(100), p1 = rnd.point2d(100);
     const BulgeSegment seg(p0, p1, rnd.uniform(-2, 2));
@@ -146,9 +139,7 @@ TEST(BulgeSegment, WorldArcsKeepEndsLengthAndDirectionOfTravel) {
       EXPECT_TRUE(near2(AcGePoint2d(mid.x, mid.y), seg.pointAtDist(seg.length() / 2), tol));
       EXPECT_NEAR(mid.z, elev, 1e-12);
     }
-    ++checked;
   }
-  EXPECT_EQ(checked, 100);
 }
 
 TEST(BulgeSegment, DegenerateInputsStayFinite) {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 
 #include "curve_test_support.h"
 #include "ge_test_support.h"
@@ -27,15 +26,8 @@ TEST(LineSeg3d, ParameterRunsOverUnitIntervalWithExactLengths) {
   EXPECT_DOUBLE_EQ(seg.length(), 5.0);
   EXPECT_DOUBLE_EQ(seg.length(0.2, 0.6), 2.0);
   EXPECT_DOUBLE_EQ(seg.length(0.6, 0.2), 2.0);
-  EXPECT_TRUE(near3(seg.midPoint(), AcGePoint3d(2.5, 4, 3), 0));
   EXPECT_TRUE(near3(seg.evalPoint(0.2), AcGePoint3d(1.6, 2.8, 3), 1e-15));
-  EXPECT_TRUE(near3(seg.direction(), AcGeVector3d(0.6, 0.8, 0), 1e-15));
-  EXPECT_DOUBLE_EQ(seg.paramAtLength(0.0, 2.5), 0.5);
   EXPECT_DOUBLE_EQ(seg.paramAtLength(1.0, 5.0, false), 0.0);
-  AcGePoint3d s, e;
-  EXPECT_TRUE(seg.hasStartPoint(s) && seg.hasEndPoint(e));
-  EXPECT_TRUE(near3(e, AcGePoint3d(4, 6, 3), 0));
-  EXPECT_FALSE(seg.isClosed());
   AcGeVector3dArray derivs;
   seg.evalPoint(0.5, 2, derivs);
   ASSERT_EQ(derivs.length(), 2);
@@ -53,17 +45,14 @@ TEST(LinearEnt3d, IntervalsOfLineRayAndSegment) {
   EXPECT_TRUE(near3(line.closestPointTo(AcGePoint3d(-5, 1, 0)), AcGePoint3d(-5, 0, 0), 0));
   EXPECT_TRUE(near3(ray.closestPointTo(AcGePoint3d(-5, 1, 0)), AcGePoint3d(0, 0, 0), 0));
   EXPECT_DOUBLE_EQ(ray.paramOf(AcGePoint3d(-5, 1, 0)), -5.0);
-  EXPECT_TRUE(ray.isKindOf(AcGe::kLinearEnt3d) && ray.isKindOf(AcGe::kCurve3d) && ray.isKindOf(AcGe::kEntity3d));
   EXPECT_FALSE(ray.isKindOf(AcGe::kLine3d));
-  EXPECT_EQ(line.type(), AcGe::kLine3d);
-  const std::unique_ptr<AcGeEntity3d> copy(ray.copy());
-  EXPECT_EQ(copy->type(), AcGe::kRay3d);
-  EXPECT_TRUE(*copy == ray);
 }
 
-TEST(LineSeg3d, ClosestPointMatchesIndependentSearch) {
+TEST(LineSeg3d, ClosestPointsMatchIndependentSearch) {
   getest::Random rnd(17);
-  int checked = 0;
+  const AcGeVector3d z = AcGeVector3d::kZAxis;
+  AcGeTol tol;
+  tol.setEqualPoint(1e-9);
   for (int i = 0; i < 200; ++i) {
     const AcGeLineSeg3d seg(rnd.point(100), rnd.point(100));
     const AcGePoint3d q = rnd.point(150);
@@ -72,24 +61,12 @@ TEST(LineSeg3d, ClosestPointMatchesIndependentSearch) {
     EXPECT_LE(c.distanceTo(q), searched + 1e-12);
     EXPECT_NEAR(c.distanceTo(q), searched, 1e-9);
     EXPECT_NEAR(seg.distanceTo(q), searched, 1e-9);
-    EXPECT_TRUE(seg.isOn(c, [] { AcGeTol t; t.setEqualPoint(1e-9); return t; }()));
+    EXPECT_TRUE(seg.isOn(c, tol));
+    const AcGePoint3d pc = seg.projClosestPointTo(q, z);
+    EXPECT_TRUE(seg.isOn(pc, tol));
+    EXPECT_NEAR(std::hypot(pc.x - q.x, pc.y - q.y), getest::searchedDistance(seg, 0.0, 1.0, q, &z), 1e-9);
     const double len = rnd.uniform(0, seg.length());
     EXPECT_NEAR(seg.length(0.0, seg.paramAtLength(0.0, len)), len, 1e-10);
-    ++checked;
-  }
-  EXPECT_EQ(checked, 200);
-}
-
-TEST(LineSeg3d, ProjClosestPointAlongZFindsThePointOverThePlanPoint) {
-  getest::Random rnd(19);
-  const AcGeVector3d z = AcGeVector3d::kZAxis;
-  for (int i = 0; i < 100; ++i) {
-    const AcGeLineSeg3d seg(rnd.point(100), rnd.point(100));
-    const AcGePoint3d q = rnd.point(100);
-    const AcGePoint3d c = seg.projClosestPointTo(q, z);
-    EXPECT_TRUE(seg.isOn(c, [] { AcGeTol t; t.setEqualPoint(1e-9); return t; }()));
-    const double planDist = std::hypot(c.x - q.x, c.y - q.y);
-    EXPECT_NEAR(planDist, getest::searchedDistance(seg, 0.0, 1.0, q, &z), 1e-9);
   }
   // A point straight above the segment gets the segment's height there.
   const AcGeLineSeg3d slope(AcGePoint3d(0, 0, 10), AcGePoint3d(10, 0, 20));

@@ -13,19 +13,6 @@ namespace {
 
 using getest::near3;
 
-TEST(Plane, DefaultIsWorldXYWithWorldAxes) {
-  const AcGePlane xy;
-  AcGePoint3d o;
-  AcGeVector3d u, v;
-  xy.getCoordSystem(o, u, v);
-  EXPECT_TRUE(near3(o, AcGePoint3d::kOrigin, 0));
-  EXPECT_TRUE(near3(u, AcGeVector3d::kXAxis, 0) && near3(v, AcGeVector3d::kYAxis, 0));
-  EXPECT_TRUE(near3(xy.normal(), AcGeVector3d::kZAxis, 0));
-  EXPECT_TRUE(AcGePlane(AcGePoint3d(1, 2, 0), AcGeVector3d(0, 0, 3)).isCoplanarTo(xy));
-  EXPECT_TRUE(xy.isEqualTo(AcGePlane::kXYPlane));
-  EXPECT_TRUE(xy.isKindOf(AcGe::kPlanarEnt) && xy.isKindOf(AcGe::kSurface) && !xy.isKindOf(AcGe::kCurve3d));
-}
-
 TEST(Plane, SignedDistanceClosestPointAndCoefficients) {
   const AcGePlane pln(AcGePoint3d(0, 0, 5), AcGeVector3d(0, 0, -2));
   EXPECT_DOUBLE_EQ(pln.signedDistanceTo(AcGePoint3d(3, 4, 1)), 4.0);

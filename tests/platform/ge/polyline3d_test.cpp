@@ -26,8 +26,6 @@ AcGePolyline3d randomPolyline(getest::Random& rnd, int n) {
 TEST(Polyline3d, ParameterIsVertexIndexPlusFraction) {
   const AcGePolyline3d pl({AcGePoint3d(0, 0, 0), AcGePoint3d(3, 4, 0), AcGePoint3d(3, 4, 12), AcGePoint3d(3, 4, 12),
                            AcGePoint3d(0, 4, 12)});
-  EXPECT_EQ(pl.numFitPoints(), 5);
-  EXPECT_TRUE(near3(pl.fitPointAt(2), AcGePoint3d(3, 4, 12), 0));
   AcGeInterval range;
   pl.getInterval(range);
   EXPECT_DOUBLE_EQ(range.upperBound(), 4.0);
@@ -39,14 +37,13 @@ TEST(Polyline3d, ParameterIsVertexIndexPlusFraction) {
   EXPECT_DOUBLE_EQ(pl.paramAtLength(0.0, 17.0), 2.0);
   EXPECT_DOUBLE_EQ(pl.paramAtLength(0.0, 18.5), 3.5);
   EXPECT_DOUBLE_EQ(pl.paramAtLength(4.0, 20.0, false), 0.0);
-  EXPECT_TRUE(pl.isKindOf(AcGe::kSplineEnt3d));
-  EXPECT_EQ(pl.degree(), 1);
-  EXPECT_FALSE(pl.isClosed());
+  // Beyond either end the first or last segment extends.
+  EXPECT_DOUBLE_EQ(pl.paramAtLength(0.0, 2.5, false), -0.5);
+  EXPECT_DOUBLE_EQ(pl.paramAtLength(4.0, 1.5), 4.5);
 }
 
 TEST(Polyline3d, LengthRoundTripsThroughParamAtLength) {
   getest::Random rnd(43);
-  int checked = 0;
   for (int i = 0; i < 50; ++i) {
     const AcGePolyline3d pl = randomPolyline(rnd, rnd.integer(2, 30));
     const double end = pl.numFitPoints() - 1;
@@ -57,40 +54,29 @@ TEST(Polyline3d, LengthRoundTripsThroughParamAtLength) {
       const double p = rnd.uniform(0, end), d = rnd.uniform(0, end);
       const double len = pl.length(d, p);
       EXPECT_NEAR(pl.paramAtLength(d, len, p >= d), p, 1e-9);
-      ++checked;
     }
   }
-  EXPECT_EQ(checked, 500);
 }
 
-TEST(Polyline3d, ClosestPointMatchesIndependentSearchPerSegment) {
-  getest::Random rnd(47);
-  for (int i = 0; i < 100; ++i) {
-    const AcGePolyline3d pl = randomPolyline(rnd, rnd.integer(2, 12));
-    const AcGePoint3d q = rnd.point(150);
-    double searched = HUGE_VAL;
-    for (int k = 0; k + 1 < pl.numFitPoints(); ++k)
-      searched = std::min(searched, getest::searchedDistance(pl, k, k + 1, q));
-    const AcGePoint3d c = pl.closestPointTo(q);
-    EXPECT_LE(c.distanceTo(q), searched + 1e-12);
-    EXPECT_NEAR(c.distanceTo(q), searched, 1e-9);
-    EXPECT_TRUE(near3(pl.evalPoint(pl.paramOf(q)), c, 1e-12));
-  }
-}
-
-TEST(Polyline3d, ProjClosestPointAlongZReadsHeightUnderPlanPoint) {
-  const AcGePolyline3d pl({AcGePoint3d(0, 0, 10), AcGePoint3d(10, 0, 20), AcGePoint3d(10, 10, 0)});
+TEST(Polyline3d, ClosestPointsMatchIndependentSearchPerSegment) {
   const AcGeVector3d z = AcGeVector3d::kZAxis;
+  const AcGePolyline3d pl({AcGePoint3d(0, 0, 10), AcGePoint3d(10, 0, 20), AcGePoint3d(10, 10, 0)});
   EXPECT_TRUE(near3(pl.projClosestPointTo(AcGePoint3d(4, 0, 0), z), AcGePoint3d(4, 0, 14), 1e-14));
   EXPECT_TRUE(near3(pl.projClosestPointTo(AcGePoint3d(10, 7.5, 99), z), AcGePoint3d(10, 7.5, 5), 1e-14));
-  getest::Random rnd(53);
-  for (int i = 0; i < 50; ++i) {
-    const AcGePolyline3d r = randomPolyline(rnd, 8);
-    const AcGePoint3d q = rnd.point(100);
-    double searched = HUGE_VAL;
-    for (int k = 0; k + 1 < r.numFitPoints(); ++k) searched = std::min(searched, getest::searchedDistance(r, k, k + 1, q, &z));
-    const AcGePoint3d c = r.projClosestPointTo(q, z);
-    EXPECT_NEAR(std::hypot(c.x - q.x, c.y - q.y), searched, 1e-9);
+  getest::Random rnd(47);
+  for (int i = 0; i < 100; ++i) {
+    const AcGePolyline3d r = randomPolyline(rnd, rnd.integer(2, 12));
+    const AcGePoint3d q = rnd.point(150);
+    double searched = HUGE_VAL, plan = HUGE_VAL;
+    for (int k = 0; k + 1 < r.numFitPoints(); ++k) {
+      searched = std::min(searched, getest::searchedDistance(r, k, k + 1, q));
+      plan = std::min(plan, getest::searchedDistance(r, k, k + 1, q, &z));
+    }
+    const AcGePoint3d c = r.closestPointTo(q), pc = r.projClosestPointTo(q, z);
+    EXPECT_LE(c.distanceTo(q), searched + 1e-12);
+    EXPECT_NEAR(c.distanceTo(q), searched, 1e-9);
+    EXPECT_TRUE(near3(r.evalPoint(r.paramOf(q)), c, 1e-12));
+    EXPECT_NEAR(std::hypot(pc.x - q.x, pc.y - q.y), plan, 1e-9);
   }
 }
 

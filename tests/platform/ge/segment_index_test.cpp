@@ -33,7 +33,6 @@ TEST(SegmentIndex, NearestSegmentAgreesWithBruteForce) {
   const std::vector<BulgeSegment> segs = randomPolyline(rnd, 600);
   const SegmentIndex index(SegmentIndex::boxesOf(segs));
   ASSERT_EQ(index.size(), 600u);
-  int queries = 0;
   for (int i = 0; i < 300; ++i) {
     const AcGePoint2d q = rnd.point2d(400);
     size_t bruteIndex = 0;
@@ -48,9 +47,7 @@ TEST(SegmentIndex, NearestSegmentAgreesWithBruteForce) {
     EXPECT_EQ(found, bruteIndex);
     EXPECT_DOUBLE_EQ(best, bruteDist);
     EXPECT_LT(evaluated, 600);  // the box bound prunes
-    ++queries;
   }
-  EXPECT_EQ(queries, 300);
 }
 
 TEST(SegmentIndex, NearestCursorVisitsEverySegmentOnceInBoxDistanceOrder) {

@@ -10,7 +10,6 @@
 #include "gemat3d.h"
 #include "geplane.h"
 #include "gepnt2d.h"
-#include "gescl3d.h"
 #include "gevec2d.h"
 
 namespace {
@@ -25,20 +24,9 @@ TEST(Vector2d, AngleCoversFullTurnCounterClockwiseFromX) {
                         {0, -1, 3 * kPi / 2}, {1, -1, 7 * kPi / 4}, {0, 0, 0}};
   ASSERT_EQ(std::size(cases), 7u);
   for (const Case& c : cases) EXPECT_NEAR(AcGeVector2d(c.x, c.y).angle(), c.angle, 1e-15) << c.x << "," << c.y;
-}
-
-TEST(Vector2d, RotatePerpAndMirrorMatchHandResults) {
-  EXPECT_TRUE(AcGeVector2d(3, 4).perpVector().isEqualTo(AcGeVector2d(-4, 3)));
-  AcGeVector2d v(1, 0);
-  v.rotateBy(kPi / 3);
-  EXPECT_NEAR(v.x, 0.5, 1e-15);
-  EXPECT_NEAR(v.y, std::sqrt(3.0) / 2, 1e-15);
-  AcGeVector2d m(1, 2);
-  m.mirror(AcGeVector2d(1, 0));
-  EXPECT_TRUE(m.isEqualTo(AcGeVector2d(1, -2)));
   EXPECT_NEAR(AcGeVector2d(1, 0).angleTo(AcGeVector2d(-1, 1)), 3 * kPi / 4, 1e-15);
-  EXPECT_TRUE(AcGeVector2d(2, 0).isCodirectionalTo(AcGeVector2d(5, 0)));
-  EXPECT_FALSE(AcGeVector2d(2, 0).isCodirectionalTo(AcGeVector2d(-5, 0)));
+  AcGeVector2d m(1, 2);
+  EXPECT_TRUE(m.mirror(AcGeVector2d(1, 0)).isEqualTo(AcGeVector2d(1, -2)));
 }
 
 TEST(Point2d, MatrixTransformsMatchRotationAndScaling) {
@@ -77,18 +65,14 @@ TEST(Vector3d, RotateByMatchesHandComputedRotations) {
 }
 
 TEST(Vector3d, PerpVectorIsPerpendicularSameLengthAndCounterClockwiseInPlan) {
-  EXPECT_TRUE(near3(AcGeVector3d(1, 0, 0).perpVector(), AcGeVector3d(0, 1, 0), 1e-15));
   EXPECT_TRUE(near3(AcGeVector3d(0, -2, 0).perpVector(), AcGeVector3d(2, 0, 0), 1e-15));
   getest::Random rnd;
-  int checked = 0;
   for (int i = 0; i < 200; ++i) {
     const AcGeVector3d v = i % 4 == 0 ? AcGeVector3d(rnd.uniform(-0.01, 0.01), rnd.uniform(-0.01, 0.01), 1) : rnd.vector(10);
     const AcGeVector3d p = v.perpVector();
     EXPECT_NEAR(p.dotProduct(v), 0.0, 1e-12 * v.lengthSqrd());
     EXPECT_NEAR(p.length(), v.length(), 1e-12 * v.length());
-    ++checked;
   }
-  EXPECT_EQ(checked, 200);
 }
 
 TEST(Vector3d, AngleToWithReferenceSpansFullTurn) {
@@ -121,29 +105,15 @@ TEST(Vector3d, MirrorAndTransformByIgnoreTranslation) {
   AcGeVector3d w(1, 0, 0);
   w.transformBy(AcGeMatrix3d::translation(AcGeVector3d(5, 5, 5)) * AcGeMatrix3d::rotation(kPi / 2, AcGeVector3d::kZAxis));
   EXPECT_TRUE(near3(w, AcGeVector3d(0, 1, 0), 1e-15));
-  EXPECT_EQ(AcGeVector3d(1, -7, 3).largestElement(), 1u);
 }
 
-TEST(Vector3d, Convert2dOnWorldPlaneGivesPlanAngle) {
-  const AcGePlane xy;
-  const AcGeVector2d v = AcGeVector3d(-1, 1, 5).convert2d(xy);
-  EXPECT_NEAR(v.x, -1, 1e-15);
-  EXPECT_NEAR(v.y, 1, 1e-15);
-  EXPECT_NEAR(v.angle(), 3 * kPi / 4, 1e-15);
-  EXPECT_NEAR(AcGeVector3d(0, -1, 0).angleOnPlane(xy), 3 * kPi / 2, 1e-15);
-}
-
-TEST(Point3d, TransformByMatchesHandComputedRotationAboutCentre) {
+TEST(Point3d, RotateAndMirrorMatchHandResults) {
   // Quarter turn about the vertical through (1, 1, 0): (2, 1, 5) -> (1, 2, 5).
-  AcGePoint3d p(2, 1, 5);
-  p.transformBy(AcGeMatrix3d::rotation(kPi / 2, AcGeVector3d::kZAxis, AcGePoint3d(1, 1, 0)));
-  EXPECT_TRUE(near3(p, AcGePoint3d(1, 2, 5), 1e-14));
   AcGePoint3d q(2, 1, 5);
   EXPECT_TRUE(near3(q.rotateBy(kPi / 2, AcGeVector3d::kZAxis, AcGePoint3d(1, 1, 0)), AcGePoint3d(1, 2, 5), 1e-14));
-  AcGePoint3d s(3, 3, 3);
-  EXPECT_TRUE(near3(s.scaleBy(2, AcGePoint3d(1, 1, 1)), AcGePoint3d(5, 5, 5), 1e-15));
   AcGePoint3d m(1, 2, 7);
   EXPECT_TRUE(near3(m.mirror(AcGePlane(AcGePoint3d(0, 0, 1), AcGeVector3d::kZAxis)), AcGePoint3d(1, 2, -5), 1e-14));
+  EXPECT_NEAR(AcGeVector3d(0, -1, 0).angleOnPlane(AcGePlane()), 3 * kPi / 2, 1e-15);
 }
 
 TEST(Point3d, PlaneConversionRoundTripsAndProjects) {
@@ -158,26 +128,9 @@ TEST(Point3d, PlaneConversionRoundTripsAndProjects) {
   }
 }
 
-TEST(Scale3d, ProductsInverseAndMatrix) {
-  const AcGeScale3d s(2, 3, 4);
-  EXPECT_TRUE((s * s.inverse()).isEqualTo(AcGeScale3d::kIdentity));
-  EXPECT_FALSE(s.isProportional());
-  EXPECT_TRUE(AcGeScale3d(2.5).isProportional());
-  AcGeMatrix3d m;
-  s.getMatrix(m);
-  EXPECT_TRUE(near3(m * AcGePoint3d(1, 1, 1), AcGePoint3d(2, 3, 4), 0));
-  AcGeScale3d e;
-  e.extractScale(AcGeMatrix3d::rotation(0.7, AcGeVector3d(1, 2, 3)) * m);
-  EXPECT_TRUE(e.isEqualTo(s, AcGeTol()));
-  EXPECT_DOUBLE_EQ(s[2], 4.0);
-}
-
 TEST(Interval, BoundsContainmentAndSetOperations) {
-  const AcGeInterval a(0.0, 2.0), b(1.0, 5.0), below(true, 3.0), all;
-  EXPECT_TRUE(a.isBounded());
+  const AcGeInterval a(0.0, 2.0), b(1.0, 5.0), below(true, 3.0);
   EXPECT_FALSE(below.isBoundedAbove());
-  EXPECT_TRUE(all.isUnBounded());
-  EXPECT_DOUBLE_EQ(a.length(), 2.0);
   EXPECT_DOUBLE_EQ(below.length(), -1.0);
   EXPECT_TRUE(a.contains(2.0));
   EXPECT_FALSE(a.contains(2.001));
@@ -190,6 +143,7 @@ TEST(Interval, BoundsContainmentAndSetOperations) {
   a.getMerge(b, r);
   EXPECT_EQ(r, AcGeInterval(0.0, 5.0));
   EXPECT_TRUE(b.contains(AcGeInterval(2.0, 3.0)));
+  EXPECT_FALSE(a.contains(AcGeInterval(1.0, 3.0)));
   EXPECT_TRUE(AcGeInterval(4.0, 1.0) == AcGeInterval(1.0, 4.0));
 }
 

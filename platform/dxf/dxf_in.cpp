@@ -116,14 +116,15 @@ template <class AnyTag>
 std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* begin, const AnyTag* end);
 }  // namespace
 
-Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
-  Split s;
-  s.tags.reserve(static_cast<size_t>(rec.end - rec.begin));
+namespace {
+
+// Splits the common part off tags [begin, end) into `s`; returns where extended data starts.
+const Tag* splitCommon(const Tag* begin, const Tag* end, int handleCode, Split& s) {
   // The owner is the 330 before the first subclass marker; later 330s are the class's own.
   bool sawHandle = false, sawOwner = false;
   int depth = 0;
-  const Tag* t = rec.begin;
-  for (; t != rec.end; ++t) {
+  const Tag* t = begin;
+  for (; t != end; ++t) {
     if (t->code == 1001) break;
     if (!sawHandle && t->code == handleCode) {
       s.handle = parseHandle(t->value);
@@ -134,9 +135,9 @@ Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
       if (!t->value.empty() && t->value.front() == '{') {
         if (t->value == "{ACAD_XDICTIONARY") {
           const Tag* u = t + 1;
-          for (; u != rec.end && u->code != 102; ++u)
+          for (; u != end && u->code != 102; ++u)
             if (u->code == 360) s.extDict = parseHandle(u->value);
-          t = (u == rec.end) ? u - 1 : u;
+          t = (u == end) ? u - 1 : u;
           continue;
         }
         ++depth;
@@ -152,8 +153,68 @@ Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
     }
     s.tags.push_back({t->code, t->value});
   }
+  return t;
+}
+
+}  // namespace
+
+void splitRecordInto(LoadContext& ctx, const Record& rec, Split& s, int handleCode) {
+  s.handle = s.owner = s.extDict = AcDbHandle();
+  s.tags.clear();
+  s.xdata.reset();
+  s.tags.reserve(static_cast<size_t>(rec.end - rec.begin));
+  const Tag* t = splitCommon(rec.begin, rec.end, handleCode, s);
   if (t != rec.end) s.xdata = itemsOfTags(ctx, t, rec.end);
+}
+
+Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
+  Split s;
+  splitRecordInto(ctx, rec, s, handleCode);
   return s;
+}
+
+void keepLoaded(LoadContext& ctx, AcDbObjectId id, const Record& rec, const std::vector<RawTag>& tags,
+                std::vector<RawRecord> followers, std::uint64_t fields) {
+  DxfState::LoadedEntity e;
+  e.type = rec.type;
+  e.followers = std::move(followers);
+  e.fields = fields;
+  // Values of UTF-8 files view the file text as read, so the record's place in it is enough.
+  const std::string_view file = ctx.state.text->file();
+  const char* at = rec.type.data() + rec.type.size();
+  const char* stop = file.data() + file.size();
+  if (ctx.codePage.empty() && rec.type.data() >= file.data() && at <= stop) {
+    if (at != stop && *at == '\r') ++at;
+    if (at != stop && *at == '\n') ++at;
+    e.inText = true;
+    e.begin = static_cast<std::size_t>(at - file.data());
+    e.end = rec.begin == rec.end ? e.begin
+                                 : static_cast<std::size_t>((rec.end - 1)->value.data() + (rec.end - 1)->value.size() -
+                                                            file.data());
+  } else {
+    e.tags = tags;
+  }
+  ctx.state.loaded.push_back(std::move(e));
+  static_cast<AcDbStub*>(id)->dxfRecord = static_cast<Adesk::UInt32>(ctx.state.loaded.size());
+}
+
+const std::vector<RawTag>& keptTags(const DxfState& state, const DxfState::LoadedEntity& e,
+                                    std::vector<RawTag>& scratch) {
+  if (!e.inText) return e.tags;
+  // The file was checked when it loaded: reading its tags again cannot fail.
+  thread_local std::vector<Tag> tags;
+  tags.clear();
+  TagReader reader(state.text->file(), std::string());
+  reader.seek(e.begin, 0);
+  Tag tag;
+  while (reader.position() < e.end && reader.next(tag))
+    if (tag.code != 999) tags.push_back(tag);
+  Split s;
+  s.tags = std::move(scratch);
+  s.tags.clear();
+  splitCommon(tags.data(), tags.data() + tags.size(), 5, s);
+  scratch = std::move(s.tags);
+  return scratch;
 }
 
 std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const RawTag* end) {

@@ -177,37 +177,44 @@ void keepLoaded(LoadContext& ctx, AcDbObjectId id, const Record& rec, const std:
                 std::vector<RawRecord> followers, std::uint64_t fields) {
   DxfState::LoadedEntity e;
   e.type = rec.type;
-  e.followers = std::move(followers);
   e.fields = fields;
+  DxfState::LoadedParts parts;
+  parts.followers = std::move(followers);
   // Values of UTF-8 files view the file text as read, so the record's place in it is enough.
   const std::string_view file = ctx.state.text->file();
   const char* at = rec.type.data() + rec.type.size();
   const char* stop = file.data() + file.size();
+  const char* last = rec.begin == rec.end ? nullptr : (rec.end - 1)->value.data() + (rec.end - 1)->value.size();
   if (ctx.codePage.empty() && rec.type.data() >= file.data() && at <= stop) {
     if (at != stop && *at == '\r') ++at;
     if (at != stop && *at == '\n') ++at;
-    e.inText = true;
+    const std::size_t length = last == nullptr ? 0 : static_cast<std::size_t>(last - at);
     e.begin = static_cast<std::size_t>(at - file.data());
-    e.end = rec.begin == rec.end ? e.begin
-                                 : static_cast<std::size_t>((rec.end - 1)->value.data() + (rec.end - 1)->value.size() -
-                                                            file.data());
+    e.length = static_cast<std::uint32_t>(length);
+    parts.inText = length == e.length;
   } else {
-    e.tags = tags;
+    parts.inText = false;
   }
-  ctx.state.loaded.push_back(std::move(e));
+  if (!parts.inText) parts.tags = tags;
+  if (!parts.inText || !parts.followers.empty()) {
+    ctx.state.loadedParts.push_back(std::move(parts));
+    e.parts = static_cast<std::uint32_t>(ctx.state.loadedParts.size());
+  }
+  ctx.state.loaded.push_back(e);
   static_cast<AcDbStub*>(id)->dxfRecord = static_cast<Adesk::UInt32>(ctx.state.loaded.size());
 }
 
 const std::vector<RawTag>& keptTags(const DxfState& state, const DxfState::LoadedEntity& e,
                                     std::vector<RawTag>& scratch) {
-  if (!e.inText) return e.tags;
+  if (const DxfState::LoadedParts& parts = state.partsOf(e); !parts.inText) return parts.tags;
   // The file was checked when it loaded: reading its tags again cannot fail.
   thread_local std::vector<Tag> tags;
   tags.clear();
   TagReader reader(state.text->file(), std::string());
   reader.seek(e.begin, 0);
   Tag tag;
-  while (reader.position() < e.end && reader.next(tag))
+  const std::size_t end = e.begin + e.length;
+  while (reader.position() < end && reader.next(tag))
     if (tag.code != 999) tags.push_back(tag);
   Split s;
   s.tags = std::move(scratch);
@@ -300,8 +307,8 @@ std::string_view headerValue(const std::vector<Tag>& tags, std::string_view name
   return {};
 }
 
-std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::string& source) {
-  std::vector<Record> out;
+void recordsInto(std::vector<Record>& out, const Tag* begin, const Tag* end, const std::string& source) {
+  out.clear();
   if (begin != end && begin->code != 0)
     throw DxfError(source, begin->line, begin->code, "expected group code 0 to start an entity or object");
   for (const Tag* t = begin; t != end;) {
@@ -310,6 +317,11 @@ std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::strin
     out.push_back({t->value, t + 1, u, t->line});
     t = u;
   }
+}
+
+std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::string& source) {
+  std::vector<Record> out;
+  recordsInto(out, begin, end, source);
   return out;
 }
 
@@ -331,9 +343,11 @@ void readDeferredEntities(LoadContext& ctx, RawText& raw, const DeferredSection&
   constexpr std::size_t kChunkTags = 4096;
   std::vector<Tag> chunk;
   chunk.reserve(kChunkTags + 256);
+  std::vector<Record> records;
   auto flush = [&] {
     convertText(chunk, ctx.codePage, raw);
-    readEntities(ctx, recordsOf(chunk.data(), chunk.data() + chunk.size(), ctx.source), AcDbObjectId());
+    recordsInto(records, chunk.data(), chunk.data() + chunk.size(), ctx.source);
+    readEntities(ctx, records, AcDbObjectId());
     chunk.clear();
   };
   TagReader reader(raw.file(), ctx.source);

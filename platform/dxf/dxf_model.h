@@ -45,13 +45,23 @@ struct DxfState {
   // rather than held a second time; records whose values were re-encoded keep them.
   struct LoadedEntity {
     std::string_view type;
-    std::size_t begin = 0, end = 0;  // the tags after the 0 tag, in `text`, when inText
-    bool inText = false;
-    std::vector<RawTag> tags;  // when not inText
-    std::vector<RawRecord> followers;
+    std::size_t begin = 0;       // the tags after the 0 tag, in `text`, unless `parts` says otherwise
+    std::uint32_t length = 0;
+    std::uint32_t parts = 0;     // 1 + the index of what else the record keeps; 0 for nothing
     std::uint64_t fields = 0;
   };
+  // What few records keep besides their place in the text.
+  struct LoadedParts {
+    bool inText = true;
+    std::vector<RawTag> tags;  // when not inText
+    std::vector<RawRecord> followers;
+  };
   std::vector<LoadedEntity> loaded;  // AcDbStub::dxfRecord - 1 indexes it
+  std::vector<LoadedParts> loadedParts;
+  const LoadedParts& partsOf(const LoadedEntity& e) const {
+    static const LoadedParts none;
+    return e.parts != 0 ? loadedParts[e.parts - 1] : none;
+  }
   LoadedEntity* loadedOf(const AcDbStub* stub) {
     return stub != nullptr && stub->dxfRecord != 0 && stub->dxfRecord <= loaded.size() ? &loaded[stub->dxfRecord - 1]
                                                                                      : nullptr;

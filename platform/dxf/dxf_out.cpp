@@ -315,7 +315,8 @@ void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   if (state != nullptr)
     if (const DxfState::LoadedEntity* loaded = state->loadedOf(ent.objectId())) {
       const bool unchanged = openedFieldsFingerprint(ent) == loaded->fields;
-      writeKeptEntity(out, ent, {loaded->type, keptTags(*state, *loaded, out.keptScratch), loaded->followers},
+      writeKeptEntity(out, ent, {loaded->type, keptTags(*state, *loaded, out.keptScratch),
+                                         state->partsOf(*loaded).followers},
                       unchanged ? std::vector<Override>{} : fieldOverrides(openedFieldsText(ent)));
       if (hasSeqEnd(ent)) writePolylineFollowers(out, ent, state);
       return;

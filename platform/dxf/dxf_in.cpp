@@ -73,6 +73,12 @@ std::wstring widen(std::string_view s) {
 }
 
 void widenInto(std::wstring& out, std::string_view s) {
+  // Nearly every value is ASCII: one pass to check, one to copy.
+  if (std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+    out.resize(s.size());
+    std::copy(s.begin(), s.end(), out.begin());
+    return;
+  }
   out.clear();
   out.reserve(s.size());
   for (size_t i = 0; i < s.size();) {
@@ -123,6 +129,10 @@ const Tag* splitCommon(const Tag* begin, const Tag* end, int handleCode, Split& 
   // The owner is the 330 before the first subclass marker; later 330s are the class's own.
   bool sawHandle = false, sawOwner = false;
   int depth = 0;
+  // Written through a pointer into room made first: the copy is the loop's only work.
+  const std::size_t kept = s.tags.size();
+  s.tags.resize(kept + static_cast<std::size_t>(end - begin));
+  RawTag* out = s.tags.data() + kept;
   const Tag* t = begin;
   for (; t != end; ++t) {
     if (t->code == 1001) break;
@@ -151,8 +161,9 @@ const Tag* splitCommon(const Tag* begin, const Tag* end, int handleCode, Split& 
       sawOwner = true;
       continue;
     }
-    s.tags.push_back({t->code, t->value});
+    *out++ = {t->code, t->value};
   }
+  s.tags.resize(static_cast<std::size_t>(out - s.tags.data()));
   return t;
 }
 
@@ -162,7 +173,6 @@ void splitRecordInto(LoadContext& ctx, const Record& rec, Split& s, int handleCo
   s.handle = s.owner = s.extDict = AcDbHandle();
   s.tags.clear();
   s.xdata.reset();
-  s.tags.reserve(static_cast<size_t>(rec.end - rec.begin));
   const Tag* t = splitCommon(rec.begin, rec.end, handleCode, s);
   if (t != rec.end) s.xdata = itemsOfTags(ctx, t, rec.end);
 }
@@ -282,10 +292,11 @@ void finishObject(LoadContext& ctx, AcDbObjectId id, Split& split) {
 namespace {
 
 // Converts the values that need it to UTF-8; views of converted values point into the arena.
-void convertText(std::vector<Tag>& tags, const std::string& codePage, RawText& arena) {
+void convertText(Tag* begin, Tag* end, const std::string& codePage, RawText& arena) {
   if (codePage.empty()) return;  // UTF-8 files are used as they stand
   std::unique_ptr<CodePageDecoder> decoder;
-  for (Tag& t : tags) {
+  for (Tag* p = begin; p != end; ++p) {
+    Tag& t = *p;
     if (valueKindOf(t.code) != ValueKind::String) continue;
     bool high = false, escape = false;
     for (char c : t.value) {
@@ -341,14 +352,15 @@ bool isFollower(std::string_view type) { return type == "VERTEX" || type == "ATT
 void readDeferredEntities(LoadContext& ctx, RawText& raw, const DeferredSection& d) {
   // Small enough to stay in cache between reading the tags and taking them apart.
   constexpr std::size_t kChunkTags = 4096;
-  std::vector<Tag> chunk;
-  chunk.reserve(kChunkTags + 256);
+  // Filled by index: the tags are copied one by one and a growth check is all they need.
+  std::vector<Tag> chunk(kChunkTags + 256);
+  std::size_t used = 0;
   std::vector<Record> records;
   auto flush = [&] {
-    convertText(chunk, ctx.codePage, raw);
-    recordsInto(records, chunk.data(), chunk.data() + chunk.size(), ctx.source);
+    convertText(chunk.data(), chunk.data() + used, ctx.codePage, raw);
+    recordsInto(records, chunk.data(), chunk.data() + used, ctx.source);
     readEntities(ctx, records, AcDbObjectId());
-    chunk.clear();
+    used = 0;
   };
   TagReader reader(raw.file(), ctx.source);
   reader.seek(d.position, d.line);
@@ -357,10 +369,11 @@ void readDeferredEntities(LoadContext& ctx, RawText& raw, const DeferredSection&
     if (tag.code == 999) continue;
     ++n;
     // Chunks end before a record that starts an entity, never between one and its followers.
-    if (tag.code == 0 && chunk.size() >= kChunkTags && !isFollower(tag.value)) flush();
-    chunk.push_back(tag);
+    if (tag.code == 0 && used >= kChunkTags && !isFollower(tag.value)) flush();
+    if (used == chunk.size()) chunk.resize(2 * used);
+    chunk[used++] = tag;
   }
-  if (!chunk.empty()) flush();
+  if (used != 0) flush();
 }
 
 // Empties the database so the file's objects can take their handles.
@@ -570,7 +583,7 @@ void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> raw, const std::stri
     codePage = iconvNameOf(headerValue(tags, "$DWGCODEPAGE"));
     if (codePage.empty()) codePage = "CP1252";
   }
-  convertText(tags, codePage, *raw);
+  convertText(tags.data(), tags.data() + tags.size(), codePage, *raw);
 
   std::vector<std::pair<std::string_view, std::vector<Record>>> parsed;
   std::size_t entitySection = 0;

@@ -126,6 +126,10 @@ struct LoadContext {
   std::vector<AcDbObjectId> namedLater{};
   std::vector<RawTag> scratchTags{};  // for re-reading kept records
   Split entity{};                     // the entity being read; its storage is reused
+  struct OwnerSeen {
+    AcDbHandle handle;
+    AcDbObjectId block;
+  } lastOwner{};  // the block record an entity's owner handle named last
 };
 
 Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode = 5);

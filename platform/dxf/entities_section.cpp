@@ -165,6 +165,9 @@ void readVertices(LoadContext& ctx, const std::vector<Record>& records, std::siz
   }
 }
 
+// Only these kinds name a block or text style.
+bool mayNameSomething(std::string_view type) { return type == "INSERT" || type == "TEXT" || type == "MTEXT"; }
+
 bool namesSomethingMissing(const AcDbEntity& ent) {
   if (const auto* ref = AcDbBlockReference::cast(&ent)) return ref->blockTableRecord().isNull();
   if (const auto* text = AcDbText::cast(&ent)) return text->textStyle().isNull();
@@ -203,7 +206,7 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
   AcDbEntity* raw = entity.get();
   AcDbObjectId id = place(ctx, split.handle, std::move(entity));
   // Handles of kept followers that had none or lost theirs: assigned now so that they stay.
-  auto* generic = AcDbUnmodelledEntity::cast(raw);
+  auto* generic = modelled ? nullptr : static_cast<AcDbUnmodelledEntity*>(raw);
   for (RawRecord& f : generic ? const_cast<RawContent&>(generic->content()).followers : followers) {
     if (f.handle.isNull() || ctx.impl.stubFor(f.handle, false)->object != nullptr) {
       AcDbStub* stub = ctx.impl.newStub();
@@ -212,11 +215,19 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
   }
   if (modelled) {
     keepLoaded(ctx, id, rec, split.tags, std::move(followers), fields);
-    if (namesSomethingMissing(*raw)) ctx.namedLater.push_back(id);
+    if (mayNameSomething(rec.type) && namesSomethingMissing(*raw)) ctx.namedLater.push_back(id);
   }
   if (owner.isNull() && !split.owner.isNull()) {
-    AcDbStub* s = ctx.impl.stubFor(split.owner, false);
-    if (s != nullptr && AcDbBlockTableRecord::cast(s->object.get()) != nullptr) owner = AcDbObjectId(s);
+    // Entities come in runs with one owner: the block found last is asked first.
+    if (split.owner == ctx.lastOwner.handle) {
+      owner = ctx.lastOwner.block;
+    } else {
+      AcDbStub* s = ctx.impl.stubFor(split.owner, false);
+      if (s != nullptr && AcDbBlockTableRecord::cast(s->object.get()) != nullptr) {
+        owner = AcDbObjectId(s);
+        ctx.lastOwner = {split.owner, owner};
+      }
+    }
   }
   split.owner = AcDbHandle();
   finishObject(ctx, id, split);

@@ -73,6 +73,12 @@ std::wstring widen(std::string_view s) {
 }
 
 void widenInto(std::wstring& out, std::string_view s) {
+  // Nearly every value is ASCII: one pass to check, one to copy.
+  if (std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+    out.resize(s.size());
+    std::copy(s.begin(), s.end(), out.begin());
+    return;
+  }
   out.clear();
   out.reserve(s.size());
   for (size_t i = 0; i < s.size();) {
@@ -116,14 +122,19 @@ template <class AnyTag>
 std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* begin, const AnyTag* end);
 }  // namespace
 
-Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
-  Split s;
-  s.tags.reserve(static_cast<size_t>(rec.end - rec.begin));
+namespace {
+
+// Splits the common part off tags [begin, end) into `s`; returns where extended data starts.
+const Tag* splitCommon(const Tag* begin, const Tag* end, int handleCode, Split& s) {
   // The owner is the 330 before the first subclass marker; later 330s are the class's own.
   bool sawHandle = false, sawOwner = false;
   int depth = 0;
-  const Tag* t = rec.begin;
-  for (; t != rec.end; ++t) {
+  // Written through a pointer into room made first: the copy is the loop's only work.
+  const std::size_t kept = s.tags.size();
+  s.tags.resize(kept + static_cast<std::size_t>(end - begin));
+  RawTag* out = s.tags.data() + kept;
+  const Tag* t = begin;
+  for (; t != end; ++t) {
     if (t->code == 1001) break;
     if (!sawHandle && t->code == handleCode) {
       s.handle = parseHandle(t->value);
@@ -134,9 +145,9 @@ Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
       if (!t->value.empty() && t->value.front() == '{') {
         if (t->value == "{ACAD_XDICTIONARY") {
           const Tag* u = t + 1;
-          for (; u != rec.end && u->code != 102; ++u)
+          for (; u != end && u->code != 102; ++u)
             if (u->code == 360) s.extDict = parseHandle(u->value);
-          t = (u == rec.end) ? u - 1 : u;
+          t = (u == end) ? u - 1 : u;
           continue;
         }
         ++depth;
@@ -150,10 +161,77 @@ Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
       sawOwner = true;
       continue;
     }
-    s.tags.push_back({t->code, t->value});
+    *out++ = {t->code, t->value};
   }
+  s.tags.resize(static_cast<std::size_t>(out - s.tags.data()));
+  return t;
+}
+
+}  // namespace
+
+void splitRecordInto(LoadContext& ctx, const Record& rec, Split& s, int handleCode) {
+  s.handle = s.owner = s.extDict = AcDbHandle();
+  s.tags.clear();
+  s.xdata.reset();
+  const Tag* t = splitCommon(rec.begin, rec.end, handleCode, s);
   if (t != rec.end) s.xdata = itemsOfTags(ctx, t, rec.end);
+}
+
+Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
+  Split s;
+  splitRecordInto(ctx, rec, s, handleCode);
   return s;
+}
+
+void keepLoaded(LoadContext& ctx, AcDbObjectId id, const Record& rec, const std::vector<RawTag>& tags,
+                std::vector<RawRecord> followers, std::uint64_t fields) {
+  DxfState::LoadedEntity e;
+  e.type = rec.type;
+  e.fields = fields;
+  DxfState::LoadedParts parts;
+  parts.followers = std::move(followers);
+  // Values of UTF-8 files view the file text as read, so the record's place in it is enough.
+  const std::string_view file = ctx.state.text->file();
+  const char* at = rec.type.data() + rec.type.size();
+  const char* stop = file.data() + file.size();
+  const char* last = rec.begin == rec.end ? nullptr : (rec.end - 1)->value.data() + (rec.end - 1)->value.size();
+  if (ctx.codePage.empty() && rec.type.data() >= file.data() && at <= stop) {
+    if (at != stop && *at == '\r') ++at;
+    if (at != stop && *at == '\n') ++at;
+    const std::size_t length = last == nullptr ? 0 : static_cast<std::size_t>(last - at);
+    e.begin = static_cast<std::size_t>(at - file.data());
+    e.length = static_cast<std::uint32_t>(length);
+    parts.inText = length == e.length;
+  } else {
+    parts.inText = false;
+  }
+  if (!parts.inText) parts.tags = tags;
+  if (!parts.inText || !parts.followers.empty()) {
+    ctx.state.loadedParts.push_back(std::move(parts));
+    e.parts = static_cast<std::uint32_t>(ctx.state.loadedParts.size());
+  }
+  ctx.state.loaded.push_back(e);
+  static_cast<AcDbStub*>(id)->dxfRecord = static_cast<Adesk::UInt32>(ctx.state.loaded.size());
+}
+
+const std::vector<RawTag>& keptTags(const DxfState& state, const DxfState::LoadedEntity& e,
+                                    std::vector<RawTag>& scratch) {
+  if (const DxfState::LoadedParts& parts = state.partsOf(e); !parts.inText) return parts.tags;
+  // The file was checked when it loaded: reading its tags again cannot fail.
+  thread_local std::vector<Tag> tags;
+  tags.clear();
+  TagReader reader(state.text->file(), std::string());
+  reader.seek(e.begin, 0);
+  Tag tag;
+  const std::size_t end = e.begin + e.length;
+  while (reader.position() < end && reader.next(tag))
+    if (tag.code != 999) tags.push_back(tag);
+  Split s;
+  s.tags = std::move(scratch);
+  s.tags.clear();
+  splitCommon(tags.data(), tags.data() + tags.size(), 5, s);
+  scratch = std::move(s.tags);
+  return scratch;
 }
 
 std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const RawTag* end) {
@@ -214,10 +292,11 @@ void finishObject(LoadContext& ctx, AcDbObjectId id, Split& split) {
 namespace {
 
 // Converts the values that need it to UTF-8; views of converted values point into the arena.
-void convertText(std::vector<Tag>& tags, const std::string& codePage, RawText& arena) {
+void convertText(Tag* begin, Tag* end, const std::string& codePage, RawText& arena) {
   if (codePage.empty()) return;  // UTF-8 files are used as they stand
   std::unique_ptr<CodePageDecoder> decoder;
-  for (Tag& t : tags) {
+  for (Tag* p = begin; p != end; ++p) {
+    Tag& t = *p;
     if (valueKindOf(t.code) != ValueKind::String) continue;
     bool high = false, escape = false;
     for (char c : t.value) {
@@ -239,8 +318,8 @@ std::string_view headerValue(const std::vector<Tag>& tags, std::string_view name
   return {};
 }
 
-std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::string& source) {
-  std::vector<Record> out;
+void recordsInto(std::vector<Record>& out, const Tag* begin, const Tag* end, const std::string& source) {
+  out.clear();
   if (begin != end && begin->code != 0)
     throw DxfError(source, begin->line, begin->code, "expected group code 0 to start an entity or object");
   for (const Tag* t = begin; t != end;) {
@@ -249,6 +328,11 @@ std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::strin
     out.push_back({t->value, t + 1, u, t->line});
     t = u;
   }
+}
+
+std::vector<Record> recordsOf(const Tag* begin, const Tag* end, const std::string& source) {
+  std::vector<Record> out;
+  recordsInto(out, begin, end, source);
   return out;
 }
 
@@ -268,12 +352,15 @@ bool isFollower(std::string_view type) { return type == "VERTEX" || type == "ATT
 void readDeferredEntities(LoadContext& ctx, RawText& raw, const DeferredSection& d) {
   // Small enough to stay in cache between reading the tags and taking them apart.
   constexpr std::size_t kChunkTags = 4096;
-  std::vector<Tag> chunk;
-  chunk.reserve(kChunkTags + 256);
+  // Filled by index: the tags are copied one by one and a growth check is all they need.
+  std::vector<Tag> chunk(kChunkTags + 256);
+  std::size_t used = 0;
+  std::vector<Record> records;
   auto flush = [&] {
-    convertText(chunk, ctx.codePage, raw);
-    readEntities(ctx, recordsOf(chunk.data(), chunk.data() + chunk.size(), ctx.source), AcDbObjectId());
-    chunk.clear();
+    convertText(chunk.data(), chunk.data() + used, ctx.codePage, raw);
+    recordsInto(records, chunk.data(), chunk.data() + used, ctx.source);
+    readEntities(ctx, records, AcDbObjectId());
+    used = 0;
   };
   TagReader reader(raw.file(), ctx.source);
   reader.seek(d.position, d.line);
@@ -282,10 +369,11 @@ void readDeferredEntities(LoadContext& ctx, RawText& raw, const DeferredSection&
     if (tag.code == 999) continue;
     ++n;
     // Chunks end before a record that starts an entity, never between one and its followers.
-    if (tag.code == 0 && chunk.size() >= kChunkTags && !isFollower(tag.value)) flush();
-    chunk.push_back(tag);
+    if (tag.code == 0 && used >= kChunkTags && !isFollower(tag.value)) flush();
+    if (used == chunk.size()) chunk.resize(2 * used);
+    chunk[used++] = tag;
   }
-  if (!chunk.empty()) flush();
+  if (used != 0) flush();
 }
 
 // Empties the database so the file's objects can take their handles.
@@ -495,7 +583,7 @@ void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> raw, const std::stri
     codePage = iconvNameOf(headerValue(tags, "$DWGCODEPAGE"));
     if (codePage.empty()) codePage = "CP1252";
   }
-  convertText(tags, codePage, *raw);
+  convertText(tags.data(), tags.data() + tags.size(), codePage, *raw);
 
   std::vector<std::pair<std::string_view, std::vector<Record>>> parsed;
   std::size_t entitySection = 0;

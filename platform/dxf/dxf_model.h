@@ -39,14 +39,33 @@ struct DxfState {
   std::vector<AcDbObjectId> objectOrder;                 // the OBJECTS section as read
   std::unordered_map<const AcDbStub*, AcDbHandle> seqEnds;  // by old-style polyline
   std::unordered_map<const AcDbStub*, std::vector<RawTag>> seqEndTags;  // as read, by polyline
-  // Entities read into modelled classes: the record as read and the fingerprint of what
+  // Entities read into modelled classes: their record as read and the fingerprint of what
   // dxfOutFields wrote then, so an unchanged entity is written back as read and a changed one
-  // keeps its other codes.
+  // keeps its other codes. The record's tags are found again in the file text when wanted,
+  // rather than held a second time; records whose values were re-encoded keep them.
   struct LoadedEntity {
-    RawContent content;
+    std::string_view type;
+    std::size_t begin = 0;       // the tags after the 0 tag, in `text`, unless `parts` says otherwise
+    std::uint32_t length = 0;
+    std::uint32_t parts = 0;     // 1 + the index of what else the record keeps; 0 for nothing
     std::uint64_t fields = 0;
   };
-  std::unordered_map<const AcDbStub*, LoadedEntity> loaded;
+  // What few records keep besides their place in the text.
+  struct LoadedParts {
+    bool inText = true;
+    std::vector<RawTag> tags;  // when not inText
+    std::vector<RawRecord> followers;
+  };
+  std::vector<LoadedEntity> loaded;  // AcDbStub::dxfRecord - 1 indexes it
+  std::vector<LoadedParts> loadedParts;
+  const LoadedParts& partsOf(const LoadedEntity& e) const {
+    static const LoadedParts none;
+    return e.parts != 0 ? loadedParts[e.parts - 1] : none;
+  }
+  LoadedEntity* loadedOf(const AcDbStub* stub) {
+    return stub != nullptr && stub->dxfRecord != 0 && stub->dxfRecord <= loaded.size() ? &loaded[stub->dxfRecord - 1]
+                                                                                     : nullptr;
+  }
 };
 
 DxfState& stateOf(AcDbDatabase& db);
@@ -58,6 +77,16 @@ struct Record {
   const Tag* begin;
   const Tag* end;
   int line;
+};
+
+// The common part of a record: handle, owner, extension dictionary, extended data split off;
+// the remaining tags in order.
+struct Split {
+  AcDbHandle handle;
+  AcDbHandle owner;
+  AcDbHandle extDict;
+  std::vector<RawTag> tags;
+  std::unique_ptr<XDataStore> xdata;
 };
 
 // The reader's working data, shared by the section readers.
@@ -95,18 +124,23 @@ struct LoadContext {
   std::unordered_map<std::string_view, AcDbObjectId> layers;  // by name as written in the file
   // Entities whose block or text style was not defined when they were read.
   std::vector<AcDbObjectId> namedLater{};
+  std::vector<RawTag> scratchTags{};  // for re-reading kept records
+  Split entity{};                     // the entity being read; its storage is reused
+  struct OwnerSeen {
+    AcDbHandle handle;
+    AcDbObjectId block;
+  } lastOwner{};  // the block record an entity's owner handle named last
 };
 
-// The common part of a record: handle, owner, extension dictionary, extended data split off;
-// the remaining tags in order.
-struct Split {
-  AcDbHandle handle;
-  AcDbHandle owner;
-  AcDbHandle extDict;
-  std::vector<RawTag> tags;
-  std::unique_ptr<XDataStore> xdata;
-};
 Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode = 5);
+// The same into `into`, reusing its storage.
+void splitRecordInto(LoadContext& ctx, const Record& rec, Split& into, int handleCode = 5);
+// Keeps a modelled entity's record (the tags splitRecord left) for `id`.
+void keepLoaded(LoadContext& ctx, AcDbObjectId id, const Record& rec, const std::vector<RawTag>& tags,
+                std::vector<RawRecord> followers, std::uint64_t fields);
+// The kept tags of a loaded entity: as kept, or read again from the file text into `scratch`.
+const std::vector<RawTag>& keptTags(const DxfState& state, const DxfState::LoadedEntity& e,
+                                    std::vector<RawTag>& scratch);
 
 // Puts a loaded object into the database at `handle` (a new handle when null or taken).
 AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObject> obj);
@@ -165,6 +199,7 @@ struct Out {
     bool valid = false;
   } layerCache = {};
   std::string scratch;  // reused for values converted on the way out
+  std::vector<RawTag> keptScratch{};  // kept tags read again from the file text
   // A string value, re-encoded for the target version.
   void text(int code, std::string_view utf8) {
     if (opt.codePage.empty()) w.string(code, utf8);

@@ -191,7 +191,14 @@ void commonOverrides(const AcDbEntity& ent, const std::vector<RawTag>& tags, std
 
 namespace {
 
-void writeKeptEntity(Out& out, AcDbEntity& ent, const RawContent& c, std::vector<Override> ov) {
+// An entity from its kept record: its tags and its followers (ATTRIB, VERTEX, SEQEND) after it.
+struct KeptRecord {
+  std::string_view type;
+  const std::vector<RawTag>& tags;
+  const std::vector<RawRecord>& followers;
+};
+
+void writeKeptEntity(Out& out, AcDbEntity& ent, const KeptRecord& c, std::vector<Override> ov) {
   std::size_t rest = 0;
   writeStart(out, c.type, ent, c.tags, rest);
   if (ov.empty() && commonFieldsAsKept(out, ent, c.tags, rest)) {
@@ -301,13 +308,15 @@ std::uint64_t openedFieldsFingerprint(AcDbEntity& ent) {
 
 void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   if (auto* generic = AcDbUnmodelledEntity::cast(&ent)) {
-    writeKeptEntity(out, ent, generic->content(), {});
+    const RawContent& c = generic->content();
+    writeKeptEntity(out, ent, {c.type, c.tags, c.followers}, {});
     return;
   }
   if (state != nullptr)
-    if (auto it = state->loaded.find(ent.objectId()); it != state->loaded.end()) {
-      const bool unchanged = openedFieldsFingerprint(ent) == it->second.fields;
-      writeKeptEntity(out, ent, it->second.content,
+    if (const DxfState::LoadedEntity* loaded = state->loadedOf(ent.objectId())) {
+      const bool unchanged = openedFieldsFingerprint(ent) == loaded->fields;
+      writeKeptEntity(out, ent, {loaded->type, keptTags(*state, *loaded, out.keptScratch),
+                                         state->partsOf(*loaded).followers},
                       unchanged ? std::vector<Override>{} : fieldOverrides(openedFieldsText(ent)));
       if (hasSeqEnd(ent)) writePolylineFollowers(out, ent, state);
       return;

@@ -38,55 +38,6 @@ DxfError::DxfError(const std::string& source, int line, int groupCode, const std
       mLine(line),
       mGroupCode(groupCode) {}
 
-namespace {
-
-constexpr int kFirstCode = -5, kLastCode = 1071;
-
-constexpr ValueKind kindOfCode(int c) {
-  if (c >= 10 && c <= 59) return ValueKind::Double;
-  if (c >= 60 && c <= 79) return ValueKind::Int16;
-  if (c >= 90 && c <= 99) return ValueKind::Int32;
-  if (c == 105) return ValueKind::Handle;
-  if (c >= 110 && c <= 149) return ValueKind::Double;
-  if (c >= 160 && c <= 169) return ValueKind::Int64;
-  if (c >= 170 && c <= 179) return ValueKind::Int16;
-  if (c >= 210 && c <= 239) return ValueKind::Double;
-  if (c >= 270 && c <= 289) return ValueKind::Int16;
-  if (c >= 290 && c <= 299) return ValueKind::Bool;
-  if (c >= 310 && c <= 319) return ValueKind::Binary;
-  if (c >= 320 && c <= 369) return ValueKind::Handle;
-  if (c >= 370 && c <= 389) return ValueKind::Int16;
-  if (c >= 390 && c <= 399) return ValueKind::Handle;
-  if (c >= 400 && c <= 409) return ValueKind::Int16;
-  if (c >= 420 && c <= 429) return ValueKind::Int32;
-  if (c >= 440 && c <= 449) return ValueKind::Int32;
-  if (c == 450 || c == 451 || c == 452 || c == 453 || c == 455 || c == 456 || c == 457 || c == 458 || c == 459)
-    return ValueKind::Int32;
-  if (c >= 460 && c <= 469) return ValueKind::Double;
-  if (c >= 480 && c <= 481) return ValueKind::Handle;
-  if (c == 1004) return ValueKind::Binary;
-  if (c == 1005) return ValueKind::Handle;
-  if (c >= 1010 && c <= 1059) return ValueKind::Double;
-  if (c >= 1060 && c <= 1070) return ValueKind::Int16;
-  if (c == 1071) return ValueKind::Int32;
-  return ValueKind::String;
-}
-
-// Every tag asks for its kind: one table lookup instead of the chain of ranges.
-struct KindTable {
-  ValueKind kinds[kLastCode - kFirstCode + 1] = {};
-  constexpr KindTable() {
-    for (int c = kFirstCode; c <= kLastCode; ++c) kinds[c - kFirstCode] = kindOfCode(c);
-  }
-};
-constexpr KindTable kKinds;
-
-}  // namespace
-
-ValueKind valueKindOf(int c) {
-  return (c >= kFirstCode && c <= kLastCode) ? kKinds.kinds[c - kFirstCode] : ValueKind::String;
-}
-
 TagReader::TagReader(std::string_view text, std::string source) : mText(text), mSource(std::move(source)) {
   static constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF");
   if (mText.substr(0, kBinarySentinel.size()) == kBinarySentinel)
@@ -106,28 +57,7 @@ bool TagReader::readLine(std::string_view& line) {
   return true;
 }
 
-bool TagReader::next(Tag& tag) {
-  if (mPos >= mText.size()) return false;
-  // The usual layout first: blanks, an optional minus, digits, the line end. Anything else
-  // goes the general way, which also words the errors.
-  const char* const text = mText.data();
-  const char* const end = text + mText.size();
-  const char* p = text + mPos;
-  while (p != end && *p == ' ') ++p;
-  const bool negative = p != end && *p == '-';
-  p += negative;
-  const char* const digits = p;
-  int code = 0;
-  while (p != end && p - digits < 5 && static_cast<unsigned>(*p - '0') < 10) code = code * 10 + (*p++ - '0');
-  if (p == digits || p == end) return readCodeSlowly(tag);
-  if (*p == '\r' && p + 1 != end && p[1] == '\n') ++p;
-  if (*p != '\n') return readCodeSlowly(tag);
-  code = negative ? -code : code;
-  if (code < kFirstCode || code > kLastCode) return readCodeSlowly(tag);
-  mPos = static_cast<size_t>(p + 1 - text);
-  ++mLine;
-  tag.code = code;
-  tag.line = mLine;
+bool TagReader::readValue(Tag& tag) {
   std::string_view value;
   if (!readLine(value)) throw DxfError(mSource, mLine, tag.code, "the file ends where the value was expected");
   // Only strings keep their blanks; numbers are often padded.
@@ -151,12 +81,7 @@ bool TagReader::readCodeSlowly(Tag& tag) {
   }
   tag.code = static_cast<int>(code);
   tag.line = mLine;
-  std::string_view value;
-  if (!readLine(value)) throw DxfError(mSource, mLine, tag.code, "the file ends where the value was expected");
-  // Only strings keep their blanks; numbers are often padded.
-  if (valueKindOf(tag.code) != ValueKind::String) value = trimBlanks(value);
-  tag.value = value;
-  return true;
+  return readValue(tag);
 }
 
 double parseDouble(const Tag& tag, const std::string& source) {

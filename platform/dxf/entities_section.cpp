@@ -153,10 +153,10 @@ void readVertices(LoadContext& ctx, const std::vector<Record>& records, std::siz
     else vertex = std::make_unique<AcDb2dVertex>();
     readFields(*vertex, fs.tags, &ctx.db);
     applyTraits(ctx, *vertex, traitsOf(fs.tags));
-    DxfState::LoadedEntity loaded{{f.type, std::move(fs.tags), {}, ctx.state.text}, openedFieldsFingerprint(*vertex)};
+    const std::uint64_t fields = openedFieldsFingerprint(*vertex);
     AcDbVertex* raw = vertex.get();
     const AcDbObjectId id = place(ctx, fs.handle, std::move(vertex));
-    ctx.state.loaded[id] = std::move(loaded);
+    keepLoaded(ctx, id, f, fs.tags, {}, fields);
     ObjectAccess::setOwner(*raw, polylineId);
     fs.owner = AcDbHandle();
     finishObject(ctx, id, fs);
@@ -164,6 +164,9 @@ void readVertices(LoadContext& ctx, const std::vector<Record>& records, std::siz
     else p3->attachLoaded(id);
   }
 }
+
+// Only these kinds name a block or text style.
+bool mayNameSomething(std::string_view type) { return type == "INSERT" || type == "TEXT" || type == "MTEXT"; }
 
 bool namesSomethingMissing(const AcDbEntity& ent) {
   if (const auto* ref = AcDbBlockReference::cast(&ent)) return ref->blockTableRecord().isNull();
@@ -176,46 +179,55 @@ bool namesSomethingMissing(const AcDbEntity& ent) {
 
 std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std::size_t i, AcDbObjectId owner) {
   const Record& rec = records[i];
-  Split split = splitRecord(ctx, rec);
+  Split& split = ctx.entity;
+  splitRecordInto(ctx, rec, split);
   const Traits traits = traitsOf(split.tags);
-  RawContent content{rec.type, std::move(split.tags), {}, ctx.state.text};
   const std::size_t first = i + 1, last = followersEnd(records, i);
   // Kinds with a modelled class are read into it; the record stays beside it so that nothing
   // the class does not hold is lost.
-  AcRxClass* cls = classFor(rec, content.tags, records, first, last);
+  AcRxClass* cls = classFor(rec, split.tags, records, first, last);
   const bool ownsVertices = cls == AcDb2dPolyline::desc() || cls == AcDb3dPolyline::desc();
-  if (!ownsVertices) content.followers = keptFollowers(ctx, records, first, last);
+  std::vector<RawRecord> followers;
+  if (!ownsVertices) followers = keptFollowers(ctx, records, first, last);
   std::unique_ptr<AcDbEntity> entity;
-  DxfState::LoadedEntity loaded;
+  std::uint64_t fields = 0;
   if (cls != nullptr) {
     std::unique_ptr<AcRxObject> made(cls->create());
     if (AcDbEntity::cast(made.get()) != nullptr) {
       entity.reset(static_cast<AcDbEntity*>(made.release()));
-      readFields(*entity, content.tags, &ctx.db);
-      loaded.fields = openedFieldsFingerprint(*entity);
-      loaded.content = std::move(content);
+      readFields(*entity, split.tags, &ctx.db);
+      fields = openedFieldsFingerprint(*entity);
     }
   }
-  if (!entity) entity = std::make_unique<AcDbUnmodelledEntity>(std::move(content));
+  const bool modelled = entity != nullptr;
+  if (!modelled)
+    entity = std::make_unique<AcDbUnmodelledEntity>(RawContent{rec.type, split.tags, std::move(followers), ctx.state.text});
   applyTraits(ctx, *entity, traits);
   AcDbEntity* raw = entity.get();
   AcDbObjectId id = place(ctx, split.handle, std::move(entity));
   // Handles of kept followers that had none or lost theirs: assigned now so that they stay.
-  auto* generic = AcDbUnmodelledEntity::cast(raw);
-  auto& followers = generic ? const_cast<RawContent&>(generic->content()).followers : loaded.content.followers;
-  for (RawRecord& f : followers) {
+  auto* generic = modelled ? nullptr : static_cast<AcDbUnmodelledEntity*>(raw);
+  for (RawRecord& f : generic ? const_cast<RawContent&>(generic->content()).followers : followers) {
     if (f.handle.isNull() || ctx.impl.stubFor(f.handle, false)->object != nullptr) {
       AcDbStub* stub = ctx.impl.newStub();
       f.handle = stub->handle;
     }
   }
-  if (!loaded.content.type.empty()) {
-    ctx.state.loaded[id] = std::move(loaded);
-    if (namesSomethingMissing(*raw)) ctx.namedLater.push_back(id);
+  if (modelled) {
+    keepLoaded(ctx, id, rec, split.tags, std::move(followers), fields);
+    if (mayNameSomething(rec.type) && namesSomethingMissing(*raw)) ctx.namedLater.push_back(id);
   }
   if (owner.isNull() && !split.owner.isNull()) {
-    AcDbStub* s = ctx.impl.stubFor(split.owner, false);
-    if (s != nullptr && AcDbBlockTableRecord::cast(s->object.get()) != nullptr) owner = AcDbObjectId(s);
+    // Entities come in runs with one owner: the block found last is asked first.
+    if (split.owner == ctx.lastOwner.handle) {
+      owner = ctx.lastOwner.block;
+    } else {
+      AcDbStub* s = ctx.impl.stubFor(split.owner, false);
+      if (s != nullptr && AcDbBlockTableRecord::cast(s->object.get()) != nullptr) {
+        owner = AcDbObjectId(s);
+        ctx.lastOwner = {split.owner, owner};
+      }
+    }
   }
   split.owner = AcDbHandle();
   finishObject(ctx, id, split);
@@ -235,11 +247,11 @@ void readEntities(LoadContext& ctx, const std::vector<Record>& records, AcDbObje
 
 void resolveNamedLater(LoadContext& ctx) {
   for (const AcDbObjectId& id : ctx.namedLater) {
-    auto it = ctx.state.loaded.find(id);
+    DxfState::LoadedEntity* loaded = ctx.state.loadedOf(id);
     auto* ent = AcDbEntity::cast(peek(id));
-    if (it == ctx.state.loaded.end() || ent == nullptr) continue;
-    readFields(*ent, it->second.content.tags, &ctx.db);
-    it->second.fields = openedFieldsFingerprint(*ent);
+    if (loaded == nullptr || ent == nullptr) continue;
+    readFields(*ent, keptTags(ctx.state, *loaded, ctx.scratchTags), &ctx.db);
+    loaded->fields = openedFieldsFingerprint(*ent);
   }
   ctx.namedLater.clear();
 }

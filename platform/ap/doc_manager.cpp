@@ -10,6 +10,7 @@
 
 #include "dbapserv.h"
 #include "document_impl.h"
+#include "dxf/code_page.h"
 #include "host_init.h"
 
 TDHOST_DEFINE_MEMBERS(AcApDocManager)
@@ -176,7 +177,7 @@ Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const ACHAR* pszDrawing
   const bool inUse = std::any_of(mState->docs.begin(), mState->docs.end(), [&](const auto& d) {
     return d->impl().named && d->impl().fileName == impl->fileName;
   });
-  impl->readOnly = inUse || ::access(tdhost::utf8(impl->fileName).c_str(), W_OK) != 0;
+  impl->readOnly = inUse || ::access(tdhost::dxf::narrow(impl->fileName).c_str(), W_OK) != 0;
   mState->docs.push_back(std::unique_ptr<AcApDocument>(new AcApDocument(std::move(impl))));
   return activateDocument(mState->docs.back().get());
 }

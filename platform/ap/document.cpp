@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "document_impl.h"
+#include "dxf/code_page.h"
 #include "host_init.h"
 
 TDHOST_DEFINE_MEMBERS(AcApDocument)
@@ -11,46 +12,10 @@ TDHOST_DEFINE_MEMBERS(AcApDocumentIterator)
 
 namespace tdhost {
 
-std::string utf8(const std::wstring& wide) {
-  std::string out;
-  for (wchar_t wc : wide) {
-    const auto c = static_cast<char32_t>(wc);
-    if (c < 0x80) {
-      out += static_cast<char>(c);
-    } else if (c < 0x800) {
-      out += static_cast<char>(0xC0 | (c >> 6));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-      out += static_cast<char>(0xE0 | (c >> 12));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-      out += static_cast<char>(0xF0 | (c >> 18));
-      out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-  }
-  return out;
-}
-
-std::wstring fromUtf8(const std::string& bytes) {
-  std::wstring out;
-  for (std::size_t i = 0; i < bytes.size();) {
-    const auto b = static_cast<unsigned char>(bytes[i]);
-    const int extra = b < 0x80 ? 0 : b < 0xE0 ? 1 : b < 0xF0 ? 2 : 3;
-    char32_t c = extra == 0 ? b : extra == 1 ? (b & 0x1F) : extra == 2 ? (b & 0x0F) : (b & 0x07);
-    ++i;
-    for (int k = 0; k < extra && i < bytes.size(); ++k, ++i) c = (c << 6) | (static_cast<unsigned char>(bytes[i]) & 0x3F);
-    out += static_cast<wchar_t>(c);
-  }
-  return out;
-}
-
 std::wstring absoluteFileName(const std::wstring& name) {
   std::error_code ignored;
-  const std::filesystem::path path = std::filesystem::absolute(std::filesystem::path(utf8(name)), ignored);
-  return fromUtf8(path.lexically_normal().string());
+  const std::filesystem::path path = std::filesystem::absolute(std::filesystem::path(dxf::narrow(name)), ignored);
+  return dxf::widen(path.lexically_normal().string());
 }
 
 void DocumentImpl::setFileName(std::wstring name) {

@@ -25,9 +25,6 @@ struct DocumentImpl {
   void setFileName(std::wstring name);
 };
 
-// Conversions at the file-system boundary: file names are UTF-8 on disk.
-std::string utf8(const std::wstring& wide);
-std::wstring fromUtf8(const std::string& bytes);
 // `name` made absolute against the current directory, "." and ".." segments removed.
 std::wstring absoluteFileName(const std::wstring& name);
 

@@ -1,6 +1,7 @@
 // Code page conversion through the C library's iconv.
 #include "code_page.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 
@@ -51,6 +52,47 @@ void appendUtf8(std::string& out, std::uint32_t cp) {
     out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
     out += static_cast<char>(0x80 | (cp & 0x3F));
   }
+}
+
+std::wstring widen(std::string_view s) {
+  std::wstring out;
+  widenInto(out, s);
+  return out;
+}
+
+void widenInto(std::wstring& out, std::string_view s) {
+  // Nearly every value is ASCII: one pass to check, one to copy.
+  if (std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+    out.resize(s.size());
+    std::copy(s.begin(), s.end(), out.begin());
+    return;
+  }
+  out.clear();
+  out.reserve(s.size());
+  for (size_t i = 0; i < s.size();) {
+    const auto c = static_cast<unsigned char>(s[i]);
+    char32_t cp = c;
+    size_t len = 1;
+    if (c >= 0xF0 && i + 3 < s.size() + 0) len = 4, cp = c & 0x07;
+    else if (c >= 0xE0) len = 3, cp = c & 0x0F;
+    else if (c >= 0xC0) len = 2, cp = c & 0x1F;
+    if (i + len > s.size()) len = 1, cp = 0xFFFD;
+    for (size_t k = 1; k < len; ++k) cp = (cp << 6) | (static_cast<unsigned char>(s[i + k]) & 0x3F);
+    out += static_cast<wchar_t>(cp);
+    i += len;
+  }
+}
+
+std::string narrow(const std::wstring& w) {
+  std::string out;
+  narrowInto(out, w);
+  return out;
+}
+
+void narrowInto(std::string& out, const std::wstring& w) {
+  out.clear();
+  out.reserve(w.size());
+  for (wchar_t wc : w) appendUtf8(out, static_cast<std::uint32_t>(wc));
 }
 
 std::string iconvNameOf(std::string_view page) {

@@ -32,6 +32,12 @@ class CodePageDecoder {
 // are written as \U+XXXX escapes.
 std::string fromUtf8(std::string_view utf8, const std::string& iconvName);
 
+// The host's wide text (one wchar_t per code point) and UTF-8; the *Into forms reuse `out`.
+std::wstring widen(std::string_view utf8);
+void widenInto(std::wstring& out, std::string_view utf8);
+std::string narrow(const std::wstring& wide);
+void narrowInto(std::string& out, const std::wstring& wide);
+
 // Appends one code point in UTF-8.
 void appendUtf8(std::string& out, std::uint32_t codePoint);
 

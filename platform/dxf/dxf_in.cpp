@@ -66,47 +66,6 @@ std::int64_t toInteger(std::string_view text) {
   return v;
 }
 
-std::wstring widen(std::string_view s) {
-  std::wstring out;
-  widenInto(out, s);
-  return out;
-}
-
-void widenInto(std::wstring& out, std::string_view s) {
-  // Nearly every value is ASCII: one pass to check, one to copy.
-  if (std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
-    out.resize(s.size());
-    std::copy(s.begin(), s.end(), out.begin());
-    return;
-  }
-  out.clear();
-  out.reserve(s.size());
-  for (size_t i = 0; i < s.size();) {
-    const auto c = static_cast<unsigned char>(s[i]);
-    char32_t cp = c;
-    size_t len = 1;
-    if (c >= 0xF0 && i + 3 < s.size() + 0) len = 4, cp = c & 0x07;
-    else if (c >= 0xE0) len = 3, cp = c & 0x0F;
-    else if (c >= 0xC0) len = 2, cp = c & 0x1F;
-    if (i + len > s.size()) len = 1, cp = 0xFFFD;
-    for (size_t k = 1; k < len; ++k) cp = (cp << 6) | (static_cast<unsigned char>(s[i + k]) & 0x3F);
-    out += static_cast<wchar_t>(cp);
-    i += len;
-  }
-}
-
-std::string narrow(const std::wstring& w) {
-  std::string out;
-  narrowInto(out, w);
-  return out;
-}
-
-void narrowInto(std::string& out, const std::wstring& w) {
-  out.clear();
-  out.reserve(w.size());
-  for (wchar_t wc : w) appendUtf8(out, static_cast<std::uint32_t>(wc));
-}
-
 AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObject> obj) {
   AcDbStub* stub = handle.isNull() ? nullptr : ctx.impl.stubFor(handle, true);
   if (stub == nullptr || stub->object != nullptr) stub = ctx.impl.newStub();

@@ -11,6 +11,7 @@
 
 #include "database_impl.h"
 #include "ads/rb_list.h"
+#include "dxf/code_page.h"
 #include "dxf/dxf_tags.h"
 #include "object_access.h"
 #include "tdhost/unmodelled.h"
@@ -157,12 +158,6 @@ void asWriter(T* obj, F change) {
 }
 
 AcDbHandle parseHandle(std::string_view text);
-std::wstring widen(std::string_view utf8);
-// widen into `out`, reusing its storage.
-void widenInto(std::wstring& out, std::string_view utf8);
-std::string narrow(const std::wstring& wide);
-// narrow into `out`, reusing its storage.
-void narrowInto(std::string& out, const std::wstring& wide);
 std::string handleText(AcDbHandle h);
 double toDouble(std::string_view text);
 std::int64_t toInteger(std::string_view text);

@@ -7,19 +7,13 @@
 #include <gtest/gtest.h>
 
 #include "arxHeaders.h"
+#include "dxf_test_support.h"
 #include "host_fixture.h"
 #include "tdhost/dxf_io.h"
 
 namespace {
 
-std::vector<AcDbObjectId> modelSpaceIds(AcDbDatabase& db) {
-  AcDbBlockTableRecord* model = nullptr;
-  EXPECT_EQ(acdbOpenObject(model, db.currentSpaceId(), AcDb::kForRead), Acad::eOk);
-  if (model == nullptr) return {};
-  std::vector<AcDbObjectId> ids(model->entityIds().begin(), model->entityIds().end());
-  model->close();
-  return ids;
-}
+using dxftest::modelSpaceIds;
 
 std::string crlf(const std::string& text) {
   std::string out;

@@ -66,6 +66,12 @@ std::int64_t toInteger(std::string_view text) {
   return v;
 }
 
+std::int64_t firstInteger(const std::vector<RawTag>& tags, int code, std::int64_t fallback) {
+  for (const RawTag& t : tags)
+    if (t.code == code) return toInteger(t.value);
+  return fallback;
+}
+
 AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObject> obj) {
   AcDbStub* stub = handle.isNull() ? nullptr : ctx.impl.stubFor(handle, true);
   if (stub == nullptr || stub->object != nullptr) stub = ctx.impl.newStub();

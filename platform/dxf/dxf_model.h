@@ -160,6 +160,8 @@ void asWriter(T* obj, F change) {
 AcDbHandle parseHandle(std::string_view text);
 std::string handleText(AcDbHandle h);
 double toDouble(std::string_view text);
+// The value of the first tag with `code`, or `fallback` when there is none.
+std::int64_t firstInteger(const std::vector<RawTag>& tags, int code, std::int64_t fallback);
 std::int64_t toInteger(std::string_view text);
 
 // Section readers.

@@ -49,12 +49,6 @@ AcRxClass* modelledClass(std::string_view type) {
   return nullptr;
 }
 
-std::int64_t firstInteger(const std::vector<RawTag>& tags, int code, std::int64_t fallback) {
-  for (const RawTag& t : tags)
-    if (t.code == code) return toInteger(t.value);
-  return fallback;
-}
-
 bool onlyFollowers(const std::vector<Record>& records, std::size_t first, std::size_t last, std::string_view type) {
   for (std::size_t k = first; k < last; ++k)
     if (records[k].type != type && records[k].type != "SEQEND") return false;

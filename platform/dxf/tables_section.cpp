@@ -77,15 +77,9 @@ std::string_view text(const std::vector<RawTag>& tags, int code) {
   return {};
 }
 
-std::int64_t integer(const std::vector<RawTag>& tags, int code, std::int64_t fallback) {
-  for (const RawTag& t : tags)
-    if (t.code == code) return toInteger(t.value);
-  return fallback;
-}
-
 // Flag words: whatever a broken file holds, a value in the 16 bits DXF flags have.
 int flagWord(const std::vector<RawTag>& tags, int code) {
-  return static_cast<int>(std::clamp<std::int64_t>(integer(tags, code, 0), 0, 65535));
+  return static_cast<int>(std::clamp<std::int64_t>(firstInteger(tags, code, 0), 0, 65535));
 }
 
 bool has(const std::vector<RawTag>& tags, int code) {
@@ -100,7 +94,7 @@ AcGePoint3d point(const std::vector<RawTag>& tags, int code) {
 
 void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<RawTag>& tags, AcDbObjectId id) {
   if (auto* layer = AcDbLayerTableRecord::cast(&rec)) {
-    const auto colour = static_cast<int>(std::clamp<std::int64_t>(integer(tags, 62, 7), -256, 256));
+    const auto colour = static_cast<int>(std::clamp<std::int64_t>(firstInteger(tags, 62, 7), -256, 256));
     AcCmColor c;
     c.setColorIndex(static_cast<Adesk::UInt16>(std::min(std::abs(colour), 256)));
     layer->setColor(c);

@@ -124,6 +124,13 @@ RbList rbListFrom(const resbuf* chain) {
   return list;
 }
 
+void XDataStore::parseNow() const {
+  mItems = mParse(mText);
+  mParse = nullptr;
+  mKeep.reset();
+  mText = {};
+}
+
 std::size_t xdataBytes(const RbList& items) {
   std::size_t total = 0;
   for (const RbItem& it : items) {

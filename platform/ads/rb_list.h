@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "adsdef.h"
@@ -34,9 +36,38 @@ resbuf* rbFromItem(const RbItem& item);
 resbuf* rbChainFrom(const RbList& items, std::size_t from = 0, std::size_t to = static_cast<std::size_t>(-1));
 RbList rbListFrom(const resbuf* chain);
 
-// Extended data: whole chain stored with its 1001 application markers.
-struct XDataStore {
-  RbList items;
+// Extended data (or an xrecord's contents): the whole chain with its 1001 application markers.
+// Data read from a file may stay as the file's text until something asks for the items: most
+// of a large drawing's extended data is only ever written back.
+class XDataStore {
+ public:
+  using Parser = RbList (*)(std::string_view text);
+
+  XDataStore() = default;
+  explicit XDataStore(RbList items) : mItems(std::move(items)) {}
+  // Items to be read from `text` by `parse` when first wanted; `keep` holds the text alive.
+  XDataStore(std::shared_ptr<const void> keep, std::string_view text, Parser parse)
+      : mKeep(std::move(keep)), mText(text), mParse(parse) {}
+
+  const RbList& items() const {
+    if (mParse != nullptr) parseNow();
+    return mItems;
+  }
+  RbList& items() {
+    if (mParse != nullptr) parseNow();
+    return mItems;
+  }
+  // The text the items are still to be read from; empty once they have been.
+  std::string_view pendingText() const { return mParse != nullptr ? mText : std::string_view(); }
+
+ private:
+  // Not safe against two threads reading one object at once, like the rest of the host.
+  void parseNow() const;
+
+  mutable RbList mItems;
+  mutable std::shared_ptr<const void> mKeep;
+  mutable std::string_view mText;
+  mutable Parser mParse = nullptr;
 };
 
 // The stored size of extended data, as the host counts it against its 16 KB limit.

@@ -45,7 +45,7 @@ bool isRegistered(AcDbDatabase* db, const std::wstring& app) {
 
 resbuf* AcDbObject::xData(const ACHAR* regappName) const {
   if (checkRead("xData") != Acad::eOk || mXData == nullptr) return nullptr;
-  const RbList& items = mXData->items;
+  const RbList& items = mXData->items();
   if (regappName == nullptr) return tdhost::rbChainFrom(items);
   auto [begin, end] = findGroup(items, regappName);
   return begin == end ? nullptr : tdhost::rbChainFrom(items, begin, end);
@@ -63,7 +63,7 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
       return Acad::eInvalidInput;
     if (item.code == 1001 && (item.text.empty() || !isRegistered(db, item.text))) return Acad::eRegappIdNotFound;
   }
-  RbList result = mXData ? mXData->items : RbList{};
+  RbList result = mXData ? mXData->items() : RbList{};
   for (size_t i = 0; i < incoming.size();) {
     size_t j = i + 1;
     while (j < incoming.size() && incoming[j].code != 1001) ++j;
@@ -77,7 +77,7 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
     mXData.reset();
   } else {
     if (!mXData) mXData = std::make_unique<tdhost::XDataStore>();
-    mXData->items = std::move(result);
+    mXData->items() = std::move(result);
   }
   return Acad::eOk;
 }
@@ -120,7 +120,7 @@ void AcDbObject::subTranslateIds(const AcDbIdMapping& idMap) {
   AcDbDatabase* orig = nullptr;
   idMap.origDb(orig);
   if (orig == nullptr) return;
-  for (RbItem& item : mXData->items) {
+  for (RbItem& item : mXData->items()) {
     if (item.code != 1005) continue;
     AcDbObjectId source;
     if (orig->getAcDbObjectId(source, false, AcDbHandle(item.text.c_str())) != Acad::eOk) continue;

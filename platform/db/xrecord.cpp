@@ -26,7 +26,7 @@ Acad::ErrorStatus AcDbXrecord::rbChain(resbuf** ppRb, AcDbDatabase*) const {
   if (ppRb == nullptr) return Acad::eInvalidInput;
   *ppRb = nullptr;
   if (Acad::ErrorStatus es = checkRead("rbChain"); es != Acad::eOk) return es;
-  if (mData) *ppRb = tdhost::rbChainFrom(mData->items);
+  if (mData) *ppRb = tdhost::rbChainFrom(mData->items());
   return Acad::eOk;
 }
 
@@ -38,7 +38,7 @@ Acad::ErrorStatus AcDbXrecord::setFromRbChain(const resbuf& pRb, AcDbDatabase*) 
                               item.code != 102))
       return Acad::eInvalidInput;
   if (!mData) mData = std::make_unique<tdhost::XDataStore>();
-  mData->items = std::move(items);
+  mData->items() = std::move(items);
   return Acad::eOk;
 }
 
@@ -50,7 +50,7 @@ void AcDbXrecord::setXlateReferences(bool translate) {
 void AcDbXrecord::subTranslateIds(const AcDbIdMapping& idMap) {
   AcDbObject::subTranslateIds(idMap);
   if (!mData || !mXlate) return;
-  for (tdhost::RbItem& item : mData->items) {
+  for (tdhost::RbItem& item : mData->items()) {
     if (item.kind != tdhost::RbKind::kName) continue;
     AcDbObjectId id;
     id.setFromOldId(item.ints[0]);

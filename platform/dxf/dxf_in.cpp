@@ -82,10 +82,37 @@ AcDbObjectId place(LoadContext& ctx, AcDbHandle handle, std::unique_ptr<AcDbObje
 }
 
 namespace {
-// The items of an xrecord or of extended data, from tags as read or as kept.
+// The items of an xrecord or of extended data, from tags as read or as kept. Names (entity
+// references) need the load's context; extended data has none.
 template <class AnyTag>
-std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* begin, const AnyTag* end);
+RbList itemsOfTags(LoadContext* ctx, const AnyTag* begin, const AnyTag* end);
+
+// Extended data whose values all view the file text stays as that text until it is asked for.
+std::unique_ptr<XDataStore> xdataOf(LoadContext& ctx, const Tag* begin, const Tag* end) {
+  const std::string_view file = ctx.state.text->file();
+  const char* from = begin->value.data();
+  const char* to = (end - 1)->value.data() + (end - 1)->value.size();
+  if (!ctx.codePage.empty() || from <= file.data() || to > file.data() + file.size())
+    return std::make_unique<XDataStore>(itemsOfTags(&ctx, begin, end));
+  --from;  // the end of the group code line, then its start
+  while (from != file.data() && from[-1] != '\n') --from;
+  // With the last line end: an empty last value is a line nonetheless.
+  const char* stop = file.data() + file.size();
+  if (to != stop && *to == '\r') ++to;
+  if (to != stop && *to == '\n') ++to;
+  return std::make_unique<XDataStore>(ctx.state.text, std::string_view(from, static_cast<std::size_t>(to - from)),
+                                      &itemsOfText);
+}
 }  // namespace
+
+RbList itemsOfText(std::string_view text) {
+  // The text was checked when the file loaded: reading it again cannot fail.
+  std::vector<Tag> tags;
+  TagReader reader(text, std::string());
+  for (Tag tag; reader.next(tag);)
+    if (tag.code != 999) tags.push_back(tag);
+  return itemsOfTags<Tag>(nullptr, tags.data(), tags.data() + tags.size());
+}
 
 namespace {
 
@@ -139,7 +166,7 @@ void splitRecordInto(LoadContext& ctx, const Record& rec, Split& s, int handleCo
   s.tags.clear();
   s.xdata.reset();
   const Tag* t = splitCommon(rec.begin, rec.end, handleCode, s);
-  if (t != rec.end) s.xdata = itemsOfTags(ctx, t, rec.end);
+  if (t != rec.end) s.xdata = xdataOf(ctx, t, rec.end);
 }
 
 Split splitRecord(LoadContext& ctx, const Record& rec, int handleCode) {
@@ -200,15 +227,15 @@ const std::vector<RawTag>& keptTags(const DxfState& state, const DxfState::Loade
 }
 
 std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* t, const RawTag* end) {
-  return itemsOfTags(ctx, t, end);
+  return std::make_unique<XDataStore>(itemsOfTags(&ctx, t, end));
 }
 
 namespace {
 
 template <class AnyTag>
-std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* t, const AnyTag* end) {
-  auto store = std::make_unique<XDataStore>();
-  store->items.reserve(static_cast<size_t>(end - t));
+RbList itemsOfTags(LoadContext* ctx, const AnyTag* t, const AnyTag* end) {
+  RbList items;
+  items.reserve(static_cast<size_t>(end - t));
   for (; t != end; ++t) {
     RbItem item;
     item.code = static_cast<short>(t->code);
@@ -232,16 +259,14 @@ std::unique_ptr<XDataStore> itemsOfTags(LoadContext& ctx, const AnyTag* t, const
           item.bytes.push_back(static_cast<unsigned char>(v));
         }
         break;
-      case RbKind::kName: {
-        AcDbStub* stub = ctx.impl.stubFor(parseHandle(t->value), true);
-        item.ints[0] = AcDbObjectId(stub).asOldId();
+      case RbKind::kName:
+        if (ctx != nullptr) item.ints[0] = AcDbObjectId(ctx->impl.stubFor(parseHandle(t->value), true)).asOldId();
         break;
-      }
       default: item.text = widen(t->value); break;
     }
-    store->items.push_back(std::move(item));
+    items.push_back(std::move(item));
   }
-  return store;
+  return items;
 }
 
 }  // namespace

@@ -213,6 +213,8 @@ void writeStart(Out& out, std::string_view type, const AcDbObject& obj, const st
                 std::size_t& rest, int handleCode = 5);
 // Tags as items of an xrecord or extended data, and back.
 std::unique_ptr<XDataStore> itemsOf(LoadContext& ctx, const RawTag* begin, const RawTag* end);
+// The items of extended data from its DXF text.
+RbList itemsOfText(std::string_view text);
 void writeItems(Out& out, const RbList& items);
 AcDbObjectId layerNamed(LoadContext& ctx, std::string_view name);
 void writeXData(Out& out, const AcDbObject& obj);

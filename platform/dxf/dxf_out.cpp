@@ -138,8 +138,57 @@ void writeItems(Out& out, const RbList& items) {
   }
 }
 
+namespace {
+
+// Extended data still in the text it was read from, written as its items would be without
+// making them: strings, numbers and points, which is nearly all there is.
+bool writePendingItems(Out& out, std::string_view text) {
+  thread_local std::vector<Tag> tags;
+  tags.clear();
+  TagReader reader(text, std::string());
+  for (Tag tag; reader.next(tag);) {
+    if (tag.code == 999) continue;
+    const RbKind kind = rbKindOf(tag.code);
+    if (kind != RbKind::kString && kind != RbKind::kReal && kind != RbKind::kShort && kind != RbKind::kLong &&
+        kind != RbKind::kPoint3d)
+      return false;
+    tags.push_back(tag);
+  }
+  TagWriter& w = out.w;
+  thread_local std::wstring wide;
+  for (std::size_t i = 0; i < tags.size(); ++i) {
+    const Tag& t = tags[i];
+    switch (rbKindOf(t.code)) {
+      case RbKind::kString:
+        if (std::any_of(t.value.begin(), t.value.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
+          widenInto(wide, t.value);  // as the items would hold it, malformed sequences included
+          narrowInto(out.scratch, wide);
+          out.text(t.code, out.scratch);
+        } else {
+          out.text(t.code, t.value);
+        }
+        break;
+      case RbKind::kReal: w.real(t.code, toDouble(t.value)); break;
+      case RbKind::kPoint3d: {
+        double xyz[3] = {toDouble(t.value), 0.0, 0.0};
+        for (int k = 1; k < 3 && i + 1 < tags.size() && tags[i + 1].code == t.code + 10 * k; ++k)
+          xyz[k] = toDouble(tags[++i].value);
+        w.point(t.code, xyz[0], xyz[1], xyz[2]);
+        break;
+      }
+      default: w.integer(t.code, toInteger(t.value)); break;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
 void writeXData(Out& out, const AcDbObject& obj) {
-  if (const XDataStore* x = ObjectAccess::xdata(obj)) writeItems(out, x->items);
+  const XDataStore* x = ObjectAccess::xdata(obj);
+  if (x == nullptr) return;
+  if (const std::string_view text = x->pendingText(); !text.empty() && writePendingItems(out, text)) return;
+  writeItems(out, x->items());
 }
 
 namespace {
@@ -420,7 +469,7 @@ void writeObject(Out& out, AcDbObject& obj, DxfState* state) {
     const std::vector<RawTag>& tags = keptOr(state, obj.objectId(), templ);
     writeStart(out, "XRECORD", obj, tags, rest);
     for (std::size_t i = rest; i < tags.size(); ++i) out.text(tags[i].code, tags[i].value);
-    if (const XDataStore* data = xrecord->data()) writeItems(out, data->items);
+    if (const XDataStore* data = xrecord->data()) writeItems(out, data->items());
   } else if (auto* group = AcDbGroup::cast(&obj)) {
     static const std::vector<RawTag> templ{{100, "AcDbGroup"}};
     const std::vector<RawTag>& tags = keptOr(state, obj.objectId(), templ);

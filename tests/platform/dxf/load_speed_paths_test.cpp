@@ -75,3 +75,46 @@ TEST_F(LoadSpeedPaths, RecodedValuesAreKeptAsConverted) {
   const std::string saved = tdhost::writeDxfText(*db);
   EXPECT_NE(saved.find("  8\nCaf\xC3\xA9\n 62\n1\n100\nAcDbLine\n 10\n1\n"), std::string::npos) << saved;
 }
+
+TEST_F(LoadSpeedPaths, ExtendedDataKeptAsTextReadsAndSavesAsItsItems) {
+  // CRLF, padded numbers, a comment, a 2D point, non-ASCII and empty strings; binary data on the
+  // second entity, and its empty value ending the section.
+  const std::string text = crlf(
+      "  0\nSECTION\n  2\nENTITIES\n  0\nPOINT\n  5\n2A\n100\nAcDbEntity\n  8\n0\n100\nAcDbPoint\n 10\n1\n 20\n2\n"
+      " 30\n3\n1001\nSURVEY\n1000\nCaf\xC3\xA9\n1040\n  0.50 \n999\nskipped\n1070\n 7\n1010\n1\n1020\n2\n1030\n3\n"
+      "1011\n4\n1021\n5\n1000\n\n  0\nPOINT\n  5\n2B\n100\nAcDbEntity\n  8\n0\n100\nAcDbPoint\n 10\n0\n 20\n0\n"
+      " 30\n0\n1001\nSURVEY\n1004\n0a1B\n1000\n\n  0\nENDSEC\n  0\nEOF\n");
+  ASSERT_EQ(tdhost::readDxfText(*db, text, "xdata.dxf"), Acad::eOk) << tdhost::lastDxfMessage();
+  const auto ids = modelSpaceIds(*db);
+  ASSERT_EQ(ids.size(), 2u);
+  const std::string asText = tdhost::writeDxfText(*db);
+
+  AcDbObject* first = nullptr;
+  ASSERT_EQ(acdbOpenObject(first, ids[0], AcDb::kForRead), Acad::eOk);
+  resbuf* x = first->xData(L"SURVEY");
+  first->close();
+  std::vector<resbuf*> items;
+  for (resbuf* rb = x; rb != nullptr; rb = rb->rbnext) items.push_back(rb);
+  ASSERT_EQ(items.size(), 7u);
+  EXPECT_EQ(std::wstring(items[1]->resval.rstring), L"Caf\u00E9");
+  EXPECT_EQ(items[2]->resval.rreal, 0.5);
+  EXPECT_EQ(items[3]->resval.rint, 7);
+  EXPECT_EQ(AcGePoint3d(items[4]->resval.rpoint[0], items[4]->resval.rpoint[1], items[4]->resval.rpoint[2]),
+            AcGePoint3d(1, 2, 3));
+  EXPECT_EQ(items[5]->restype, 1011);
+  EXPECT_EQ(AcGePoint3d(items[5]->resval.rpoint[0], items[5]->resval.rpoint[1], items[5]->resval.rpoint[2]),
+            AcGePoint3d(4, 5, 0));
+  EXPECT_EQ(std::wstring(items[6]->resval.rstring), L"");
+  acutRelRb(x);
+  AcDbObject* second = nullptr;
+  ASSERT_EQ(acdbOpenObject(second, ids[1], AcDb::kForRead), Acad::eOk);
+  acutRelRb(second->xData());
+  second->close();
+
+  // Written from the text or from the items made of it: the same file.
+  EXPECT_EQ(tdhost::writeDxfText(*db), asText);
+  EXPECT_NE(asText.find("1040\n0.5\n1070\n7\n1010\n1.0\n1020\n2.0\n1030\n3.0\n1011\n4.0\n1021\n5.0\n1031\n0.0\n"),
+            std::string::npos)
+      << asText;
+  EXPECT_NE(asText.find("1004\n0A1B\n1000\n\n"), std::string::npos);
+}

@@ -5,6 +5,7 @@
 #include <cwchar>
 
 #include "acutads.h"
+#include "object_arena.h"
 
 namespace tdhost {
 
@@ -123,6 +124,10 @@ RbList rbListFrom(const resbuf* chain) {
   for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) list.push_back(rbItemFrom(*rb));
   return list;
 }
+
+void* XDataStore::operator new(std::size_t size) { return allocateObject(size); }
+
+void XDataStore::operator delete(void* p) noexcept { freeObject(p); }
 
 void XDataStore::parseNow() const {
   mItems = mParse(mText);

@@ -45,6 +45,9 @@ class XDataStore {
 
   XDataStore() = default;
   explicit XDataStore(RbList items) : mItems(std::move(items)) {}
+  // Beside the object it belongs to: from its database's arena while a drawing loads.
+  static void* operator new(std::size_t size);
+  static void operator delete(void* p) noexcept;
   // Items to be read from `text` by `parse` when first wanted; `keep` holds the text alive.
   XDataStore(std::shared_ptr<const void> keep, std::string_view text, Parser parse)
       : mKeep(std::move(keep)), mText(text), mParse(parse) {}

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "object_arena.h"
 #include "stub.h"
 #include "dxf/dxf_in.h"
 #include "tdhost/undo.h"
@@ -44,7 +45,11 @@ struct DatabaseImpl {
   AcDbStub* adopt(std::unique_ptr<AcDbObject> obj);
 
   AcDbDatabase* self;
-  std::unordered_map<Adesk::UInt64, AcDbStub> stubs;
+  // Outlives every object and stub that may have come from it.
+  ObjectArena arena;
+  std::unordered_map<Adesk::UInt64, AcDbStub, std::hash<Adesk::UInt64>, std::equal_to<Adesk::UInt64>,
+                     ArenaAllocator<std::pair<const Adesk::UInt64, AcDbStub>>>
+      stubs;
   Adesk::UInt64 handseed = 1;
   std::size_t openCount = 0;
   std::size_t liveObjects = 0;

@@ -6,6 +6,7 @@
 #include "database_impl.h"
 #include "host_init.h"
 #include "object_access.h"
+#include "object_arena.h"
 #include "tdhost/diagnostics.h"
 
 TDHOST_DEFINE_MEMBERS(AcDbObject)
@@ -51,6 +52,10 @@ AcDbObject& AcDbObject::operator=(const AcDbObject& other) {
   mXData = other.mXData ? std::make_unique<tdhost::XDataStore>(*other.mXData) : nullptr;
   return *this;
 }
+
+void* AcDbObject::operator new(std::size_t size) { return tdhost::allocateObject(size); }
+
+void AcDbObject::operator delete(void* p) noexcept { tdhost::freeObject(p); }
 
 AcDbObject::~AcDbObject() {
   if (mStub != nullptr && mStub->object.get() == this) {

@@ -354,14 +354,21 @@ void readDeferredEntities(LoadContext& ctx, RawText& raw, const DeferredSection&
   };
   TagReader reader(raw.file(), ctx.source);
   reader.seek(d.position, d.line);
-  Tag tag;
-  for (std::size_t n = 0; n < d.tags && reader.next(tag);) {
+  // Each tag is read straight into its slot: copying it from a local just written field by
+  // field stalls the processor on every tag.
+  for (std::size_t n = 0; n < d.tags;) {
+    if (used == chunk.size()) chunk.resize(2 * used);
+    Tag& tag = chunk[used];
+    if (!reader.next(tag)) break;
     if (tag.code == 999) continue;
     ++n;
     // Chunks end before a record that starts an entity, never between one and its followers.
-    if (tag.code == 0 && used >= kChunkTags && !isFollower(tag.value)) flush();
-    if (used == chunk.size()) chunk.resize(2 * used);
-    chunk[used++] = tag;
+    if (tag.code == 0 && used >= kChunkTags && !isFollower(tag.value)) {
+      const Tag first = tag;
+      flush();
+      chunk[0] = first;
+    }
+    ++used;
   }
   if (used != 0) flush();
 }
@@ -372,7 +379,8 @@ void clearDatabase(DatabaseImpl& d) {
   d.destroying = true;
   for (auto& [h, stub] : d.stubs) stub.object.reset();
   d.destroying = false;
-  d.stubs.clear();
+  decltype(d.stubs)().swap(d.stubs);  // its buckets too, which may be in the arena
+  d.arena.release();
   d.handseed = 1;
   d.liveObjects = 0;
   for (auto& t : d.tables) t.setNull();
@@ -522,7 +530,10 @@ void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> raw, const std::stri
           DeferredSection& d = deferred.back();
           if (d.tags++ == 0) d = {position, line, 1, 0, tag.code, tag.line};
           d.records += tag.code == 0;
-          last = tag;
+          // Field by field: a whole copy of the tag just written stalls on every tag.
+          last.code = tag.code;
+          last.line = tag.line;
+          last.value = tag.value;
           continue;
         }
         inEntities = false;
@@ -597,6 +608,7 @@ void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> raw, const std::stri
 
   DatabaseImpl& impl = db.impl();
   clearDatabase(impl);
+  const ArenaScope fromArena(impl.arena);
   impl.stubs.reserve(records + 64);
   DxfState& state = stateOf(db);
   state.text = raw;

@@ -2,6 +2,7 @@
 // global open functions.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "acadstrc.h"
@@ -48,6 +49,12 @@ class TDHOST_API AcDbObject : public AcRxObject {
  public:
   ACRX_DECLARE_MEMBERS(AcDbObject);
   ~AcDbObject() override;
+
+  // The host's own heap: the objects a drawing load makes come from their database's arena.
+  static void* operator new(std::size_t size);
+  static void operator delete(void* p) noexcept;
+  static void* operator new(std::size_t, void* where) noexcept { return where; }
+  static void operator delete(void*, void*) noexcept {}
 
   AcDbObjectId objectId() const;
   AcDbObjectId ownerId() const { return mOwnerId; }

@@ -118,3 +118,19 @@ TEST_F(LoadSpeedPaths, ExtendedDataKeptAsTextReadsAndSavesAsItsItems) {
       << asText;
   EXPECT_NE(asText.find("1004\n0A1B\n1000\n\n"), std::string::npos);
 }
+
+TEST_F(LoadSpeedPaths, ALoadReplacesTheDrawingBeforeIt) {
+  // The first drawing's objects and the memory they came from go; the second loads as into a
+  // fresh database, and so does the first again after it.
+  const std::string details = std::string(TDUTILW_SAMPLES_DIR) + "/autocad_details_AC1027.dxf";
+  const std::string topo = std::string(TDUTILW_SAMPLES_DIR) + "/topo_survey_autocad_map_AC1024.dxf";
+  auto savedFresh = [](const std::string& file) {
+    AcDbDatabase fresh(false, true);
+    EXPECT_EQ(fresh.dxfIn(dxftest::wide(file).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
+    return tdhost::writeDxfText(fresh);
+  };
+  for (const std::string& file : {details, topo, details}) {
+    ASSERT_EQ(db->dxfIn(dxftest::wide(file).c_str()), Acad::eOk) << tdhost::lastDxfMessage();
+    EXPECT_EQ(tdhost::writeDxfText(*db), savedFresh(file)) << file;
+  }
+}

@@ -36,6 +36,11 @@ AcDbStub* DatabaseImpl::stubFor(AcDbHandle handle, bool create) {
   return &stubs.try_emplace(handle, self, handle).first->second;
 }
 
+void DatabaseImpl::beforeWrite(AcDbStub* stub) {
+  undo->recordModified(stub);
+  if (stub->dxfRecord != 0 && dxf) dxf::beforeFirstWrite(*dxf, stub);
+}
+
 AcDbStub* DatabaseImpl::adopt(std::unique_ptr<AcDbObject> obj) {
   AcDbStub* stub = newStub();
   ObjectAccess::setStub(*obj, stub);

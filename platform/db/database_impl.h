@@ -43,6 +43,8 @@ struct DatabaseImpl {
   AcDbStub* stubFor(AcDbHandle handle, bool create);
   // Gives `obj` a handle and ownership to the database; leaves it open for write.
   AcDbStub* adopt(std::unique_ptr<AcDbObject> obj);
+  // Before the object of `stub` may change: undo and the loaded-file record see its state.
+  void beforeWrite(AcDbStub* stub);
 
   AcDbDatabase* self;
   // Outlives every object and stub that may have come from it.

@@ -28,7 +28,7 @@ std::string describe(const AcDbObject& obj) {
 AcDbObject* touch(AcDbObjectId id) {
   AcDbStub* s = id;
   if (s == nullptr || s->object == nullptr) return nullptr;
-  s->database->impl().undo->recordModified(s);
+  s->database->impl().beforeWrite(s);
   return s->object.get();
 }
 
@@ -101,7 +101,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
   if (mWriter) return Acad::eWasOpenForWrite;
   if (mReaders == 0) return Acad::eNotOpenForRead;
   if (mReaders > 1) return Acad::eHadMultipleReaders;
-  mStub->database->impl().undo->recordModified(mStub);
+  mStub->database->impl().beforeWrite(mStub);
   mReaders = 0;
   mWriter = true;
   return Acad::eOk;

@@ -19,7 +19,7 @@ Acad::ErrorStatus acdbOpenObject(AcDbObject*& obj, AcDbObjectId id, AcDb::OpenMo
   tdhost::DatabaseImpl& db = stub->database->impl();
   if (mode == AcDb::kForWrite) {
     if (ObjectAccess::readers(*o) > 0) return Acad::eWasOpenForRead;
-    db.undo->recordModified(stub);
+    db.beforeWrite(stub);
     ObjectAccess::setWriteOpen(*o);
     ++db.openCount;
   } else {

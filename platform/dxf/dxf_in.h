@@ -7,6 +7,7 @@
 #include <string_view>
 
 class AcDbDatabase;
+class AcDbStub;
 
 namespace tdhost {
 struct RawText;
@@ -25,5 +26,9 @@ struct DxfStateDeleter {
 void loadDxfText(AcDbDatabase& db, std::shared_ptr<RawText> text, const std::string& source);
 // The same for text the caller keeps (copied once).
 void loadDxfText(AcDbDatabase& db, std::string_view text, const std::string& source);
+
+// Called before a loaded object is first opened for write: what it holds then is what the
+// file said, to be compared when it is saved.
+void beforeFirstWrite(DxfState& state, AcDbStub* stub);
 
 }  // namespace tdhost::dxf

@@ -49,8 +49,10 @@ struct DxfState {
     std::size_t begin = 0;       // the tags after the 0 tag, in `text`, unless `parts` says otherwise
     std::uint32_t length = 0;
     std::uint32_t parts = 0;     // 1 + the index of what else the record keeps; 0 for nothing
-    std::uint64_t fields = 0;
+    std::uint64_t fields = kNotTaken;
   };
+  // A fingerprint not taken: the entity has not been opened for write since it loaded.
+  static constexpr std::uint64_t kNotTaken = 0;
   // What few records keep besides their place in the text.
   struct LoadedParts {
     bool inText = true;

@@ -352,7 +352,8 @@ std::string openedFieldsText(AcDbEntity& ent) {
 }
 
 std::uint64_t openedFieldsFingerprint(AcDbEntity& ent) {
-  return readOpened(ent, [&] { return fieldsFingerprint(ent); });
+  const std::uint64_t value = readOpened(ent, [&] { return fieldsFingerprint(ent); });
+  return value == DxfState::kNotTaken ? 1 : value;
 }
 
 void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
@@ -363,7 +364,8 @@ void writeEntity(Out& out, AcDbEntity& ent, DxfState* state) {
   }
   if (state != nullptr)
     if (const DxfState::LoadedEntity* loaded = state->loadedOf(ent.objectId())) {
-      const bool unchanged = openedFieldsFingerprint(ent) == loaded->fields;
+      const bool unchanged =
+          loaded->fields == DxfState::kNotTaken || openedFieldsFingerprint(ent) == loaded->fields;
       writeKeptEntity(out, ent, {loaded->type, keptTags(*state, *loaded, out.keptScratch),
                                          state->partsOf(*loaded).followers},
                       unchanged ? std::vector<Override>{} : fieldOverrides(openedFieldsText(ent)));

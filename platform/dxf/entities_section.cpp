@@ -49,6 +49,13 @@ AcRxClass* modelledClass(std::string_view type) {
   return nullptr;
 }
 
+// Kinds whose fields name nothing else: what they write changes only when they do, so their
+// fingerprint waits for their first write open. Others (a block or style renamed) must take it now.
+bool fieldsSelfContained(const AcRxClass* cls) {
+  return cls == AcDbLine::desc() || cls == AcDbArc::desc() || cls == AcDbCircle::desc() || cls == AcDbRay::desc() ||
+         cls == AcDbPoint::desc() || cls == AcDbPolyline::desc() || cls == AcDbFace::desc();
+}
+
 bool onlyFollowers(const std::vector<Record>& records, std::size_t first, std::size_t last, std::string_view type) {
   for (std::size_t k = first; k < last; ++k)
     if (records[k].type != type && records[k].type != "SEQEND") return false;
@@ -184,13 +191,13 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
   std::vector<RawRecord> followers;
   if (!ownsVertices) followers = keptFollowers(ctx, records, first, last);
   std::unique_ptr<AcDbEntity> entity;
-  std::uint64_t fields = 0;
+  std::uint64_t fields = DxfState::kNotTaken;
   if (cls != nullptr) {
     std::unique_ptr<AcRxObject> made(cls->create());
     if (AcDbEntity::cast(made.get()) != nullptr) {
       entity.reset(static_cast<AcDbEntity*>(made.release()));
       readFields(*entity, split.tags, &ctx.db);
-      fields = openedFieldsFingerprint(*entity);
+      if (!fieldsSelfContained(cls)) fields = openedFieldsFingerprint(*entity);
     }
   }
   const bool modelled = entity != nullptr;
@@ -237,6 +244,12 @@ std::size_t readEntity(LoadContext& ctx, const std::vector<Record>& records, std
 
 void readEntities(LoadContext& ctx, const std::vector<Record>& records, AcDbObjectId owner) {
   for (std::size_t i = 0; i < records.size();) i = readEntity(ctx, records, i, owner);
+}
+
+void beforeFirstWrite(DxfState& state, AcDbStub* stub) {
+  DxfState::LoadedEntity* loaded = state.loadedOf(stub);
+  if (loaded == nullptr || loaded->fields != DxfState::kNotTaken) return;
+  if (auto* ent = AcDbEntity::cast(stub->object.get())) loaded->fields = openedFieldsFingerprint(*ent);
 }
 
 void resolveNamedLater(LoadContext& ctx) {

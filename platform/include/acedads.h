@@ -1,4 +1,5 @@
-// Editor-level functions of the host's C interface: application names and system variables.
+// Editor-level functions of the host's C interface: application names, system variables and
+// coordinate conversion.
 #pragma once
 
 #include "adscodes.h"
@@ -21,3 +22,13 @@ TDHOST_API int acedGetVar(const ACHAR* sym, struct resbuf* result);
 // layer, a TEXTSIZE of 0); RTERROR for a null argument or no working database.
 TDHOST_API int acedSetVar(const ACHAR* sym, const struct resbuf* val);
 
+// Converts `pt` between coordinate systems, each given by a resbuf: RTSHORT 0 (WCS), 1 (UCS
+// of the working database), 2 (DCS of the current view: origin at the target, z along the
+// view direction, turned by the view twist); RTENAME (the entity's ECS by the arbitrary-axis
+// rule; entities with world coordinates such as lines, points, 3D polylines and faces have
+// the WCS); RT3DPOINT (the ECS of that extrusion vector). With disp != 0 the point is a
+// displacement (no translation). RTNORM on success; RTERROR for a null or unknown system,
+// an entity name that does not open, code 3 (paper-space DCS: this host has no paper space)
+// or a code that needs a working database when there is none. `result` may alias `pt`.
+TDHOST_API int acedTrans(const ads_point pt, const struct resbuf* from, const struct resbuf* to, int disp,
+                         ads_point result);

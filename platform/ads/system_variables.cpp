@@ -66,31 +66,57 @@ void store(short type, const SysVarValue& value, resbuf& out) {
 
 int statusOf(Acad::ErrorStatus es) { return es == Acad::eOk ? RTNORM : RTREJ; }
 
-// Header variables naming a symbol-table record.
-int recordName(AcDbObjectId id, SysVarValue& value) {
-  const auto* record = AcDbSymbolTableRecord::cast(peek(id));
+using Db = AcDbDatabase;
+
+// Getters and setters made from the database's header accessors.
+template <AcDbObjectId (Db::*Id)() const>
+int recordName(Db* db, SysVarValue& value) {
+  const auto* record = AcDbSymbolTableRecord::cast(peek((db->*Id)()));
   if (record == nullptr) return RTERROR;
   value = record->nameText();
   return RTNORM;
 }
 
-int setRecordByName(AcDbDatabase& db, AcDbObjectId tableId, const SysVarValue& value,
-                    Acad::ErrorStatus (AcDbDatabase::*setter)(AcDbObjectId)) {
-  const auto* table = AcDbSymbolTable::cast(peek(tableId));
+// The record named by the value (any case) must exist in the table.
+template <AcDbObjectId (Db::*Table)() const, Acad::ErrorStatus (Db::*Set)(AcDbObjectId)>
+int setRecord(Db* db, const SysVarValue& value) {
+  const auto* table = AcDbSymbolTable::cast(peek((db->*Table)()));
   if (table == nullptr) return RTREJ;
   const AcDbObjectId id = table->lookup(std::get<std::wstring>(value).c_str());
-  if (id.isNull()) return RTREJ;
-  return statusOf((db.*setter)(id));
+  return id.isNull() ? RTREJ : statusOf((db->*Set)(id));
 }
 
-int point(const AcGePoint3d& p, SysVarValue& value) {
-  value = p;
+template <double (Db::*Get)() const>
+int real(Db* db, SysVarValue& value) {
+  value = (db->*Get)();
   return RTNORM;
 }
 
-int real(double r, SysVarValue& value) {
-  value = r;
+template <Acad::ErrorStatus (Db::*Set)(double)>
+int setReal(Db* db, const SysVarValue& value) {
+  return statusOf((db->*Set)(std::get<double>(value)));
+}
+
+template <AcGePoint3d (Db::*Get)() const>
+int point(Db* db, SysVarValue& value) {
+  value = (db->*Get)();
   return RTNORM;
+}
+
+template <AcGeVector3d (Db::*Get)() const>
+int direction(Db* db, SysVarValue& value) {
+  value = AcGePoint3d::kOrigin + (db->*Get)();
+  return RTNORM;
+}
+
+// The drawing keeps the insertion base in world coordinates; the variable is in the UCS.
+int insbaseInUcs(Db* db, SysVarValue& value) {
+  value = ucsToWorld(*db).inverse() * db->insbase();
+  return RTNORM;
+}
+
+int setInsbaseFromUcs(Db* db, const SysVarValue& value) {
+  return statusOf(db->setInsbase(ucsToWorld(*db) * std::get<AcGePoint3d>(value)));
 }
 
 }  // namespace
@@ -113,47 +139,21 @@ const SysVarRegistry& systemVariables() {
 }
 
 // Read-only as on the host: DIMSTYLE (changed by restoring a style), the UCS (changed by the
-// UCS command) and the extents (kept by the drawing). INSBASE is in UCS coordinates.
+// UCS command) and the extents (kept by the drawing).
 void registerHeaderVariables(SysVarRegistry& registry) {
-  registry.add(L"CLAYER", {RTSTR, true, [](AcDbDatabase* db, SysVarValue& v) { return recordName(db->clayer(), v); },
-                           [](AcDbDatabase* db, const SysVarValue& v) {
-                             return setRecordByName(*db, db->layerTableId(), v, &AcDbDatabase::setClayer);
-                           }});
+  registry.add(L"CLAYER", {RTSTR, true, recordName<&Db::clayer>, setRecord<&Db::layerTableId, &Db::setClayer>});
   registry.add(L"TEXTSTYLE",
-               {RTSTR, true, [](AcDbDatabase* db, SysVarValue& v) { return recordName(db->textstyle(), v); },
-                [](AcDbDatabase* db, const SysVarValue& v) {
-                  return setRecordByName(*db, db->textStyleTableId(), v, &AcDbDatabase::setTextstyle);
-                }});
-  registry.add(L"CELTYPE", {RTSTR, true, [](AcDbDatabase* db, SysVarValue& v) { return recordName(db->celtype(), v); },
-                            [](AcDbDatabase* db, const SysVarValue& v) {
-                              return setRecordByName(*db, db->linetypeTableId(), v, &AcDbDatabase::setCeltype);
-                            }});
-  registry.add(L"DIMSTYLE",
-               {RTSTR, true, [](AcDbDatabase* db, SysVarValue& v) { return recordName(db->dimstyle(), v); }});
-  registry.add(L"TEXTSIZE", {RTREAL, true, [](AcDbDatabase* db, SysVarValue& v) { return real(db->textsize(), v); },
-                             [](AcDbDatabase* db, const SysVarValue& v) {
-                               return statusOf(db->setTextsize(std::get<double>(v)));
-                             }});
-  registry.add(L"LTSCALE", {RTREAL, true, [](AcDbDatabase* db, SysVarValue& v) { return real(db->ltscale(), v); },
-                            [](AcDbDatabase* db, const SysVarValue& v) {
-                              return statusOf(db->setLtscale(std::get<double>(v)));
-                            }});
-  registry.add(L"UCSORG", {RT3DPOINT, true, [](AcDbDatabase* db, SysVarValue& v) { return point(db->ucsorg(), v); }});
-  registry.add(L"UCSXDIR", {RT3DPOINT, true, [](AcDbDatabase* db, SysVarValue& v) {
-                              return point(AcGePoint3d::kOrigin + db->ucsxdir(), v);
-                            }});
-  registry.add(L"UCSYDIR", {RT3DPOINT, true, [](AcDbDatabase* db, SysVarValue& v) {
-                              return point(AcGePoint3d::kOrigin + db->ucsydir(), v);
-                            }});
-  registry.add(L"EXTMIN", {RT3DPOINT, true, [](AcDbDatabase* db, SysVarValue& v) { return point(db->extmin(), v); }});
-  registry.add(L"EXTMAX", {RT3DPOINT, true, [](AcDbDatabase* db, SysVarValue& v) { return point(db->extmax(), v); }});
-  registry.add(L"INSBASE", {RT3DPOINT, true,
-                            [](AcDbDatabase* db, SysVarValue& v) {
-                              return point(ucsToWorld(*db).inverse() * db->insbase(), v);
-                            },
-                            [](AcDbDatabase* db, const SysVarValue& v) {
-                              return statusOf(db->setInsbase(ucsToWorld(*db) * std::get<AcGePoint3d>(v)));
-                            }});
+               {RTSTR, true, recordName<&Db::textstyle>, setRecord<&Db::textStyleTableId, &Db::setTextstyle>});
+  registry.add(L"CELTYPE", {RTSTR, true, recordName<&Db::celtype>, setRecord<&Db::linetypeTableId, &Db::setCeltype>});
+  registry.add(L"DIMSTYLE", {RTSTR, true, recordName<&Db::dimstyle>});
+  registry.add(L"TEXTSIZE", {RTREAL, true, real<&Db::textsize>, setReal<&Db::setTextsize>});
+  registry.add(L"LTSCALE", {RTREAL, true, real<&Db::ltscale>, setReal<&Db::setLtscale>});
+  registry.add(L"UCSORG", {RT3DPOINT, true, point<&Db::ucsorg>});
+  registry.add(L"UCSXDIR", {RT3DPOINT, true, direction<&Db::ucsxdir>});
+  registry.add(L"UCSYDIR", {RT3DPOINT, true, direction<&Db::ucsydir>});
+  registry.add(L"EXTMIN", {RT3DPOINT, true, point<&Db::extmin>});
+  registry.add(L"EXTMAX", {RT3DPOINT, true, point<&Db::extmax>});
+  registry.add(L"INSBASE", {RT3DPOINT, true, insbaseInUcs, setInsbaseFromUcs});
 }
 
 }  // namespace tdhost

@@ -1,6 +1,6 @@
 // The system-variable registry behind acedGetVar and acedSetVar: each variable is a name, a
-// result type, a getter and, unless read-only, a setter. Groups of variables register from
-// their own files through registerSystemVariables.
+// result type, a getter and, unless read-only, a setter. Each group of variables registers
+// from its own file; systemVariables() runs the groups' registration functions once.
 #pragma once
 
 #include <map>

@@ -28,7 +28,7 @@ TDHOST_API int acedSetVar(const ACHAR* sym, const struct resbuf* val);
 // rule; entities with world coordinates such as lines, points, 3D polylines and faces have
 // the WCS); RT3DPOINT (the ECS of that extrusion vector). With disp != 0 the point is a
 // displacement (no translation). RTNORM on success; RTERROR for a null or unknown system,
-// an entity name that does not open, code 3 (paper-space DCS: this host has no paper space)
+// an entity name of no live entity, code 3 (paper-space DCS: this host has no paper space)
 // or a code that needs a working database when there is none. `result` may alias `pt`.
 TDHOST_API int acedTrans(const ads_point pt, const struct resbuf* from, const struct resbuf* to, int disp,
                          ads_point result);

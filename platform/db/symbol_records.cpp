@@ -131,6 +131,8 @@ void AcDbAbstractViewTableRecord::setFrontClipDistance(double v) { TDHOST_SET(mF
 void AcDbAbstractViewTableRecord::setBackClipDistance(double v) { TDHOST_SET(mBack, v); }
 void AcDbAbstractViewTableRecord::setFrontClipEnabled(bool v) { TDHOST_SET(mFrontOn, v); }
 void AcDbAbstractViewTableRecord::setBackClipEnabled(bool v) { TDHOST_SET(mBackOn, v); }
+void AcDbAbstractViewTableRecord::setFrontClipAtEye(bool v) { TDHOST_SET(mFrontAtEye, v); }
+void AcDbAbstractViewTableRecord::setPerspectiveEnabled(bool v) { TDHOST_SET(mPerspective, v); }
 void AcDbAbstractViewTableRecord::setCenter(double x, double y) {
   if (checkWrite("setCenterPoint") != Acad::eOk) return;
   mCenterX = x;

@@ -470,6 +470,8 @@ void addMissingParts(LoadContext& ctx) {
   ctx.impl.byLayer = ensureRecord<AcDbLinetypeTableRecord>(ctx, kLinetypeTable, L"ByLayer");
   ctx.impl.continuous = ensureRecord<AcDbLinetypeTableRecord>(ctx, kLinetypeTable, L"Continuous");
   ensureRecord<AcDbLayerTableRecord>(ctx, kLayerTable, L"0");
+  // The current view: a drawing without one opens with the default view.
+  ensureRecord<AcDbViewportTableRecord>(ctx, kViewportTable, L"*Active");
   ensureRecord<AcDbTextStyleTableRecord>(ctx, kTextStyleTable, L"Standard");
   ensureRecord<AcDbRegAppTableRecord>(ctx, kRegAppTable, L"ACAD");
   ensureRecord<AcDbDimStyleTableRecord>(ctx, kDimStyleTable, L"Standard");

@@ -126,6 +126,8 @@ void readFields(LoadContext& ctx, AcDbSymbolTableRecord& rec, const std::vector<
     const auto mode = flagWord(tags, 71);
     view->setFrontClipEnabled((mode & 2) != 0);
     view->setBackClipEnabled((mode & 4) != 0);
+    view->setPerspectiveEnabled((mode & 1) != 0);
+    view->setFrontClipAtEye((mode & 16) == 0);
   } else if (auto* style = AcDbTextStyleTableRecord::cast(&rec)) {
     const auto flags = flagWord(tags, 70);
     style->setIsShapeFile((flags & 1) != 0);
@@ -338,8 +340,10 @@ std::vector<Override> overridesOf(const AcDbSymbolTableRecord& rec, const std::v
       ov.push_back({{44}, {{44, num(view->backClipDistance())}}, 43, false});
       ov.push_back({{50}, {{50, num(twist)}}, 44, false});
     }
-    const int mode = (view->frontClipEnabled() ? 2 : 0) | (view->backClipEnabled() ? 4 : 0);
-    addFlags(ov, 71, mode, 2 | 4, kept, vport ? 51 : 50);
+    // View mode bits: 1 perspective, 2 front clip, 4 back clip, 16 front clip not at the eye.
+    const int mode = (view->perspectiveEnabled() ? 1 : 0) | (view->frontClipEnabled() ? 2 : 0) |
+                     (view->backClipEnabled() ? 4 : 0) | (view->frontClipAtEye() ? 0 : 16);
+    addFlags(ov, 71, mode, 1 | 2 | 4 | 16, kept, vport ? 51 : 50);
   } else if (auto* style = AcDbTextStyleTableRecord::cast(&rec)) {
     const int flags = (style->isShapeFile() ? 1 : 0) | (style->isVertical() ? 4 : 0);
     addFlags(ov, 70, flags, 1 | 4, kept, 2);

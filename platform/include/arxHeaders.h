@@ -5,6 +5,7 @@
 #include "acadstrc.h"
 #include "acarray.h"
 #include "acdb.h"
+#include "aced.h"
 #include "acdocman.h"
 #include "acedads.h"
 #include "acestext.h"

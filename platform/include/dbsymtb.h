@@ -346,6 +346,11 @@ class TDHOST_API AcDbAbstractViewTableRecord : public AcDbSymbolTableRecord {
   void setFrontClipEnabled(bool on);
   bool backClipEnabled() const { return mBackOn; }
   void setBackClipEnabled(bool on);
+  // With the front clip on: clip at the camera (true) or at frontClipDistance (false).
+  bool frontClipAtEye() const { return mFrontAtEye; }
+  void setFrontClipAtEye(bool atEye);
+  bool perspectiveEnabled() const { return mPerspective; }
+  void setPerspectiveEnabled(bool enabled);
   // The view centre in display coordinates.
   AcGePoint2d centerPoint() const { return AcGePoint2d(mCenterX, mCenterY); }
   void setCenterPoint(const AcGePoint2d& pt) { setCenter(pt.x, pt.y); }
@@ -363,7 +368,7 @@ class TDHOST_API AcDbAbstractViewTableRecord : public AcDbSymbolTableRecord {
   AcGePoint3d mTarget;
   AcGeVector3d mDirection{0, 0, 1};
   double mTwist = 0.0, mLens = 50.0, mFront = 0.0, mBack = 0.0;
-  bool mFrontOn = false, mBackOn = false;
+  bool mFrontOn = false, mBackOn = false, mFrontAtEye = true, mPerspective = false;
 };
 
 class TDHOST_API AcDbViewTableRecord : public AcDbAbstractViewTableRecord {

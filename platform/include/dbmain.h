@@ -37,7 +37,7 @@ class AcDbDxfFiler;
 
 namespace tdhost {
 struct ObjectAccess;
-struct XDataStore;
+class XDataStore;
 struct DatabaseImpl;
 class CurvePath;
 }  // namespace tdhost

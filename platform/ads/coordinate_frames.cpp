@@ -24,10 +24,7 @@ AcGeMatrix3d displayToWorld(const AcDbAbstractViewTableRecord& view) {
 }
 
 AcGeMatrix3d entityToWorld(const AcGeVector3d& normal) {
-  AcGeVector3d ex, ey;
-  ge::arbitraryAxes(normal, ex, ey);
-  const AcGeVector3d ez = normal.length() == 0.0 ? AcGeVector3d::kZAxis : normal.normal();
-  return AcGeMatrix3d().setCoordSystem(AcGePoint3d::kOrigin, ex, ey, ez);
+  return AcGeMatrix3d::planeToWorld(normal.length() == 0.0 ? AcGeVector3d::kZAxis : normal);
 }
 
 AcDbViewportTableRecord* activeViewport(const AcDbDatabase& db) {

@@ -106,11 +106,8 @@ std::unique_ptr<XDataStore> xdataOf(LoadContext& ctx, const Tag* begin, const Ta
 }  // namespace
 
 RbList itemsOfText(std::string_view text) {
-  // The text was checked when the file loaded: reading it again cannot fail.
   std::vector<Tag> tags;
-  TagReader reader(text, std::string());
-  for (Tag tag; reader.next(tag);)
-    if (tag.code != 999) tags.push_back(tag);
+  readCheckedTags(text, tags);
   return itemsOfTags<Tag>(nullptr, tags.data(), tags.data() + tags.size());
 }
 

@@ -144,15 +144,12 @@ namespace {
 // making them: strings, numbers and points, which is nearly all there is.
 bool writePendingItems(Out& out, std::string_view text) {
   thread_local std::vector<Tag> tags;
-  tags.clear();
-  TagReader reader(text, std::string());
-  for (Tag tag; reader.next(tag);) {
-    if (tag.code == 999) continue;
-    const RbKind kind = rbKindOf(tag.code);
+  readCheckedTags(text, tags);
+  for (const Tag& t : tags) {
+    const RbKind kind = rbKindOf(t.code);
     if (kind != RbKind::kString && kind != RbKind::kReal && kind != RbKind::kShort && kind != RbKind::kLong &&
         kind != RbKind::kPoint3d)
       return false;
-    tags.push_back(tag);
   }
   TagWriter& w = out.w;
   thread_local std::wstring wide;

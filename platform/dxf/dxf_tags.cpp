@@ -84,6 +84,13 @@ bool TagReader::readCodeSlowly(Tag& tag) {
   return readValue(tag);
 }
 
+void readCheckedTags(std::string_view text, std::vector<Tag>& out) {
+  out.clear();
+  TagReader reader(text, std::string());
+  for (Tag tag; reader.next(tag);)
+    if (tag.code != 999) out.push_back(tag);
+}
+
 double parseDouble(const Tag& tag, const std::string& source) {
   std::string_view text = trimBlanks(tag.value);
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tdhost::dxf {
 
@@ -146,6 +147,9 @@ inline bool TagReader::next(Tag& tag) {
   ++mLine;
   return true;
 }
+
+// The tags of text read before (so well formed), comments left out, into `out`.
+void readCheckedTags(std::string_view text, std::vector<Tag>& out);
 
 // Numbers of a tag's value, with the error naming the tag when the text is not one.
 double parseDouble(const Tag& tag, const std::string& source);
